@@ -1,0 +1,38 @@
+// The process's pseudo-random generator.
+#pragma once
+
+#include <cstdint>
+
+namespace zarvo {
+
+/// The linear congruential generator of the C runtime that filters were always made with, so that
+/// a seed gives the same text everywhere.
+class RandomGenerator {
+ public:
+  /// The largest result of Next.
+  static constexpr int kMost = 32767;
+
+  explicit RandomGenerator(std::uint32_t seed = 1) : state_(seed) {}
+
+  void Seed(std::uint32_t seed) { state_ = seed; }
+
+  /// The next value, 0 to kMost.
+  int Next() {
+    state_ = state_ * 214013U + 2531011U;
+    return static_cast<int>(state_ >> 16 & 0x7FFFU);
+  }
+
+  /// Next scaled to 0 to most and truncated: most itself comes up only when Next gives kMost.
+  int NextUpTo(int most) { return static_cast<int>(Next() / 32767.0 * most); }
+
+  friend bool operator==(const RandomGenerator&, const RandomGenerator&) = default;
+
+ private:
+  std::uint32_t state_;
+};
+
+/// The one generator of the process: it draws for runs and for password keys. The program seeds it
+/// once, with the low 32 bits of the time in seconds.
+RandomGenerator& ProcessRandom();
+
+}  // namespace zarvo
