@@ -43,7 +43,7 @@ class Lister {
     Heading("Rules", rules);
     for (std::size_t i = 0; i < rules.Count(); ++i) {
       const Rule& rule = rules[i];
-      ElementHeading(i, rule);
+      if (!ElementHeading(i, rule)) continue;
       out_ << "       find:    " << Quoted(rule.Pattern) << '\n';
       out_ << "       " << (rule.Inserts() ? "insert:  " : "replace: ");
       if (rule.Inserts()) {
@@ -60,7 +60,7 @@ class Lister {
   void Sets(const SetList& sets) {
     Heading("Sets", sets);
     for (std::size_t i = 0; i < sets.Count(); ++i) {
-      ElementHeading(i, sets[i]);
+      if (!ElementHeading(i, sets[i])) continue;
       for (const Pattern& string : sets[i].Strings) out_ << "       " << Quoted(string) << '\n';
     }
   }
@@ -69,7 +69,7 @@ class Lister {
     Heading("Functions", functions);
     for (std::size_t i = 0; i < functions.Count(); ++i) {
       const Function& function = functions[i];
-      ElementHeading(i, function);
+      if (!ElementHeading(i, function)) continue;
       for (const FunctionEntry& entry : function.Entries) {
         out_ << "       " << Quoted(entry.Argument) << " -> " << Quoted(entry.Value) << '\n';
       }
@@ -126,13 +126,17 @@ class Lister {
     }
   }
 
+  // False when the element has no contents that could follow.
   template <typename Element>
-  void ElementHeading(std::size_t index, const Element& element) {
-    out_ << "  " << index + 1 << ". " << Text(element.Name);
-    if (element.RecordVersion != Element::kNewestRecordVersion) {
-      out_ << " (a record of the unknown version " << element.RecordVersion << ")";
+  bool ElementHeading(std::size_t index, const Element& element) {
+    out_ << "  " << index + 1 << ". ";
+    const bool has_contents = element.RecordVersion == Element::kNewestRecordVersion;
+    if (has_contents) {
+      out_ << Text(element.Name) << '\n';
+    } else {
+      out_ << "(a record of the unknown version " << element.RecordVersion << ")\n";
     }
-    out_ << '\n';
+    return has_contents;
   }
 
   const CodePage& code_page_;

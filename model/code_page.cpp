@@ -49,6 +49,7 @@ char32_t NextUtf8(std::string_view text, std::size_t& position) {
 }  // namespace
 
 std::optional<CodePage> CodePage::Find(const std::string& name) {
+  if (name.empty()) return {};  // which the converter would take for the locale's page
   iconv_t opened = iconv_open(kUtf32, name.c_str());
   if (opened == reinterpret_cast<iconv_t>(-1)) return {};
   const std::unique_ptr<void, ConverterCloser> converter(opened);

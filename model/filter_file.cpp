@@ -49,7 +49,7 @@ void SerializeLayout(Archive& archive, Filter& filter, std::int32_t layout) {
   if (layout >= kFunctionsSince) {
     Serialize(archive, filter.Functions);
   } else if (loading) {
-    filter.Functions.RemoveAll();
+    filter.Functions = {};
   }
 }
 
