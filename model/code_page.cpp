@@ -3,6 +3,7 @@
 #include <iconv.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <memory>
 
 namespace zarvo {
@@ -51,7 +52,7 @@ char32_t NextUtf8(std::string_view text, std::size_t& position) {
 std::optional<CodePage> CodePage::Find(const std::string& name) {
   if (name.empty()) return {};  // which the converter would take for the locale's page
   iconv_t opened = iconv_open(kUtf32, name.c_str());
-  if (opened == reinterpret_cast<iconv_t>(-1)) return {};
+  if (reinterpret_cast<std::intptr_t>(opened) == -1) return {};
   const std::unique_ptr<void, ConverterCloser> converter(opened);
   CodePage page;
   for (unsigned byte = 0; byte < page.characters_.size(); ++byte) {
