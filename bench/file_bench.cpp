@@ -142,9 +142,9 @@ void FromJson(benchmark::State& state) {
   const std::string json = FilterToJson(FilterOfSize(state), code_page);
   for ([[maybe_unused]] auto load : state) {
     Filter filter;
-    const std::string mistake = FilterFromJson(json, code_page, filter);
-    if (!mistake.empty()) {
-      state.SkipWithError(mistake.c_str());
+    const auto mistake = FilterFromJson(json, code_page, filter);
+    if (mistake) {
+      state.SkipWithError(mistake->Message().c_str());
       break;
     }
     benchmark::DoNotOptimize(filter.Rules.Elements.data());

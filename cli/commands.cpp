@@ -12,15 +12,10 @@
 #include "model/code_page.h"
 #include "model/file_io.h"
 #include "model/filter_file.h"
+#include "model/platform.h"
 
 namespace zarvo {
 namespace {
-
-#ifdef _WIN32
-constexpr std::string_view kLineEnd = "\r\n";
-#else
-constexpr std::string_view kLineEnd = "\n";
-#endif
 
 // Ends the command with exit code 2; caught by Run alone.
 struct CommandFailure {
@@ -28,6 +23,14 @@ struct CommandFailure {
 };
 
 [[noreturn]] void Fail(const std::string& message) { throw CommandFailure{message}; }
+
+// Names and keys come from files: nothing in them may steer the terminal.
+void Tell(const std::string& message) {
+  constexpr std::size_t kMostLength = 2000;
+  const std::string shown = WithoutControls(message);
+  std::cerr << "zarvo: " << shown.substr(0, kMostLength)
+            << (shown.size() > kMostLength ? "..." : "") << '\n';
+}
 
 void Require(const FileResult& result) {
   if (result) Fail(result->Message());
@@ -52,9 +55,15 @@ CodePage FindCodePage(const CommandOptions& options) {
   return *page;
 }
 
-Filter LoadFilter(const CommandOptions& options) {
+// The bytes of a file, or of standard input where the path is "-".
+std::string Read(const std::string& path) {
   std::string bytes;
-  Require(ReadFile(options.FilterPath, bytes));
+  Require(path == kStandardStream ? ReadStandardInput(bytes) : ReadFile(path, bytes));
+  return bytes;
+}
+
+Filter LoadFilter(const CommandOptions& options) {
+  const std::string bytes = Read(options.FilterPath);
   Filter filter;
   Archive archive = Archive::Loading(bytes);
   GivenAnswers answers(options);
@@ -68,15 +77,8 @@ Filter LoadFilter(const CommandOptions& options) {
 }
 
 void WriteOutput(const CommandOptions& options, std::string_view bytes) {
-  Require(options.OutputPath.empty() ? WriteStandardOutput(bytes)
-                                     : WriteFile(options.OutputPath, bytes));
-}
-
-std::string ReadInput(const CommandOptions& options) {
-  std::string bytes;
-  const bool is_standard = options.InputPath.empty() || options.InputPath == "-";
-  Require(is_standard ? ReadStandardInput(bytes) : ReadFile(options.InputPath, bytes));
-  return bytes;
+  Require(options.OutputPath == kStandardStream ? WriteStandardOutput(bytes)
+                                                : WriteFile(options.OutputPath, bytes));
 }
 
 // A filter that is locked and not to be shown is shown to who knows its password.
@@ -86,7 +88,7 @@ void RequirePassword(const CommandOptions& options, const Filter& filter,
   std::optional<std::string> typed = options.Password;
   if (!typed) {
     if (filter.PasswordKey.empty()) return;  // no password is set, any would do
-    typed = AskPassword("Password of " + options.FilterPath + ": ");
+    typed = AskPassword("Password of " + WithoutControls(options.FilterPath) + ": ");
   }
   if (!typed) Fail(options.FilterPath + " is locked; give its password with --password");
   const CodePage::Encoded password = code_page.FromUtf8(*typed);
@@ -95,14 +97,24 @@ void RequirePassword(const CommandOptions& options, const Filter& filter,
   }
 }
 
+// A format may have no place for all of a filter, and one that isn't known has none at all.
+void WarnOfLoss(const CommandOptions& options, const Filter& filter, const std::string& bytes) {
+  Filter stored;
+  Archive archive = Archive::Loading(bytes);
+  GivenAnswers answers(options);
+  if (SerializeFilter(archive, stored, answers, true).Ok() && stored == filter) return;
+  Tell(options.OutputPath + ": format version " + std::to_string(filter.FormatVersion) +
+       " can't hold all of this filter; the rest is not in the file");
+}
+
 template <typename Work>
 ExitCode Run(Work work) {
   try {
     return work();
   } catch (const CommandFailure& failure) {
-    std::cerr << "zarvo: " << failure.Message << '\n';
+    Tell(failure.Message);
   } catch (const std::bad_alloc&) {
-    std::cerr << "zarvo: there is not enough memory\n";
+    Tell("there is not enough memory");
   }
   return ExitCode::Failed;
 }
@@ -111,18 +123,20 @@ ExitCode Run(Work work) {
 
 ExitCode ApplyCommand(const CommandOptions& options) {
   return Run([&] {
+    if (options.FilterPath == kStandardStream && options.InputPath == kStandardStream) {
+      Fail("the filter and the text can't both be standard input");
+    }
     const CodePage code_page = FindCodePage(options);
     Filter filter = LoadFilter(options);
-    std::string text = ReadInput(options);
+    std::string text = Read(options.InputPath);
     ProcessRandom().Seed(options.Seed.value_or(static_cast<std::uint32_t>(std::time(nullptr))));
     MessageCollector host;
     const RunContext context{ProcessEngineState(), ProcessRandom(), host};
-    if (StandardErrorIsTerminal()) {
-      TerminalProgress progress(std::cerr);
+    if (const std::size_t width = TerminalWidth(); width > 0) {
+      TerminalProgress progress(std::cerr, width);
       // Nothing here cancels a run, so each one completes.
       static_cast<void>(
           ApplyFilter(context, filter, text, &progress.RuleBar, &progress.PositionBar));
-      progress.Clear();
     } else {
       static_cast<void>(ApplyFilter(context, filter, text, nullptr, nullptr));
     }
@@ -137,10 +151,10 @@ ExitCode CheckCommand(const CommandOptions& options) {
     const Filter filter = LoadFilter(options);
     const std::vector<std::string> findings = CollectFindings(filter);
     if (findings.empty()) {
-      WriteOutput(options, "Filter OK." + std::string(kLineEnd));
+      WriteOutput(options, "Filter OK." + std::string(kTextFileLineEnd));
       return ExitCode::Done;
     }
-    WriteOutput(options, ErrorReport(filter.Name, findings, kLineEnd));
+    WriteOutput(options, ErrorReport(filter.Name, findings, kTextFileLineEnd));
     return ExitCode::Findings;
   });
 }
@@ -159,12 +173,14 @@ ExitCode ShowCommand(const CommandOptions& options) {
 ExitCode BuildCommand(const CommandOptions& options) {
   return Run([&] {
     const CodePage code_page = FindCodePage(options);
-    std::string json;
-    Require(ReadFile(options.FilterPath, json));
+    const std::string json = Read(options.FilterPath);
     Filter filter;
-    const std::string mistake = FilterFromJson(json, code_page, filter);
-    if (!mistake.empty()) Fail(options.FilterPath + ": " + mistake);
-    WriteOutput(options, FilterFileBytes(filter));
+    if (const auto mistake = FilterFromJson(json, code_page, filter)) {
+      Fail(options.FilterPath + ": " + mistake->Message());
+    }
+    const std::string bytes = FilterFileBytes(filter);
+    WarnOfLoss(options, filter, bytes);
+    WriteOutput(options, bytes);
     return ExitCode::Done;
   });
 }
@@ -177,6 +193,7 @@ ExitCode ConvertCommand(const CommandOptions& options) {
     GivenAnswers answers(options);
     const ArchiveResult result = SerializeFilter(archive, filter, answers, false);
     if (!result.Ok()) Fail(options.OutputPath + ": " + result.Message());
+    WarnOfLoss(options, filter, bytes);
     WriteOutput(options, bytes);
     return ExitCode::Done;
   });

@@ -14,11 +14,14 @@ enum class ExitCode {
   Failed = 2,    ///< wrong usage, or a file that can't be read or written
 };
 
+/// As a path: standard input or standard output.
+inline constexpr const char* kStandardStream = "-";
+
 /// What may stand on the command line; each command uses its part. Texts are as typed, in UTF-8.
 struct CommandOptions {
   std::string FilterPath;
-  std::string InputPath;   ///< "-" or empty: standard input
-  std::string OutputPath;  ///< empty: standard output
+  std::string InputPath = kStandardStream;
+  std::string OutputPath = kStandardStream;
   std::optional<std::uint32_t> Seed;
   std::optional<std::string> Password;
   bool Json = false;

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <functional>
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <set>
@@ -30,13 +29,17 @@ constexpr std::array<KindName, 5> kKindNames = {{
     {SubpatternKind::Function, "Function"},
 }};
 
-// What is wrong and where; never leaves this file.
-struct Mistake {
-  std::string Text;
-};
-
 [[noreturn]] void Reject(const std::string& place, const std::string& what) {
-  throw Mistake{(place.empty() ? "the outermost object" : place) + ": " + what};
+  throw JsonMistake{place, what};
+}
+
+std::string PlaceOfKey(const std::string& place, const std::string& key) {
+  const std::string shown = key.empty() ? "\"\"" : key;
+  return place.empty() ? shown : place + "." + shown;
+}
+
+std::string PlaceOfElement(const std::string& place, std::size_t index) {
+  return place + "[" + std::to_string(index) + "]";
 }
 
 std::string Hexadecimal(char32_t character) {
@@ -159,7 +162,7 @@ class JsonObject {
     }
     for (std::size_t i = 0; i < elements.size(); ++i) {
       Json& child = reading_ ? (*node)[i] : node->emplace_back();
-      JsonObject object(child, reading_, code_page_, Place(key) + "[" + std::to_string(i) + "]");
+      JsonObject object(child, reading_, code_page_, PlaceOfElement(Place(key), i));
       Describe(object, elements[i]);
       object.End();
     }
@@ -181,9 +184,7 @@ class JsonObject {
   }
 
  private:
-  [[nodiscard]] std::string Place(const std::string& key) const {
-    return place_.empty() ? key : place_ + "." + key;
-  }
+  [[nodiscard]] std::string Place(const std::string& key) const { return PlaceOfKey(place_, key); }
 
   // The value of the key; null when it is to be read and isn't there.
   Json* Child(const char* key) {
@@ -272,35 +273,99 @@ void DescribeFilter(Json& json, bool reading, const CodePage& code_page, Filter&
   object.End();
 }
 
-// Rejects a key that stands twice in one object, of which the parser would silently drop the first
-// value, and objects of more keys than any record has, which the parser takes quadratic time for.
-class DuplicateKeys {
+// Reads through JSON before anything is built of it, and rejects what no filter has: a key that
+// stands twice in one object, of which the reader would silently drop the first value; an object of
+// more keys than any record has, which the reader takes quadratic time for; an array of anything
+// but objects; deep nesting. What is left takes memory in proportion to a filter.
+class Inspection : public Json::json_sax_t {
  public:
-  bool operator()(int /*depth*/, Json::parse_event_t event, Json& parsed) {
-    if (event == Json::parse_event_t::object_start) {
-      keys_.emplace_back();
-    } else if (event == Json::parse_event_t::object_end) {
-      keys_.pop_back();
-    } else if (event == Json::parse_event_t::key) {
-      const auto& key = parsed.get_ref<const std::string&>();
-      if (!keys_.back().insert(key).second) Reject(key, "this key stands twice in one object");
-      if (keys_.back().size() > kMostKeys) Reject(key, "too many keys stand in one object");
-    }
+  bool null() override { return TakeScalar(); }
+  bool boolean(bool /*value*/) override { return TakeScalar(); }
+  bool number_integer(number_integer_t /*value*/) override { return TakeScalar(); }
+  bool number_unsigned(number_unsigned_t /*value*/) override { return TakeScalar(); }
+  bool number_float(number_float_t /*value*/, const string_t& /*text*/) override {
+    return TakeScalar();
+  }
+  bool string(string_t& /*value*/) override { return TakeScalar(); }
+  bool binary(binary_t& /*value*/) override { return TakeScalar(); }
+
+  bool start_object(std::size_t /*count*/) override { return Begin(false); }
+  bool start_array(std::size_t /*count*/) override {
+    if (InArray()) Reject(PlaceOfNext(), "an object is expected, not array");
+    return Begin(true);
+  }
+  bool end_object() override { return End(); }
+  bool end_array() override { return End(); }
+
+  bool key(string_t& key) override {
+    Level& level = levels_.back();
+    level.Key = key;
+    if (!level.Keys.insert(key).second) Reject(Place(), "this key stands twice in one object");
+    if (level.Keys.size() > kMostKeys) Reject(Place(), "too many keys stand in one object");
     return true;
+  }
+
+  bool parse_error(std::size_t /*position*/, const std::string& /*last_token*/,
+                   const nlohmann::detail::exception& error) override {
+    throw JsonMistake{"", Explain(error)};
   }
 
  private:
   static constexpr std::size_t kMostKeys = 64;
+  static constexpr std::size_t kMostLevels = 32;
 
-  std::vector<std::set<std::string>> keys_;
+  struct Level {
+    bool IsArray = false;
+    std::size_t Count = 0;  // of an array's elements so far
+    std::string Key;        // the last one of an object
+    std::set<std::string> Keys;
+  };
+
+  // The library's message without its own number in brackets.
+  static std::string Explain(const std::exception& error) {
+    const std::string text = error.what();
+    const std::size_t bracket = text.find("] ");
+    return bracket == std::string::npos ? text : text.substr(bracket + 2);
+  }
+
+  [[nodiscard]] bool InArray() const { return !levels_.empty() && levels_.back().IsArray; }
+
+  bool TakeScalar() {
+    if (InArray()) Reject(PlaceOfNext(), "an object is expected");
+    return true;
+  }
+
+  bool Begin(bool is_array) {
+    if (InArray()) ++levels_.back().Count;
+    if (levels_.size() == kMostLevels) Reject(Place(), "this is nested too deeply");
+    levels_.emplace_back();
+    levels_.back().IsArray = is_array;
+    return true;
+  }
+
+  bool End() {
+    levels_.pop_back();
+    return true;
+  }
+
+  // Of the value that was read last.
+  [[nodiscard]] std::string Place() const {
+    std::string place;
+    for (const Level& level : levels_) {
+      if (level.IsArray && level.Count == 0) break;
+      place = level.IsArray ? PlaceOfElement(place, level.Count - 1) : PlaceOfKey(place, level.Key);
+    }
+    return place;
+  }
+
+  // Of the array's element that begins now.
+  [[nodiscard]] std::string PlaceOfNext() {
+    ++levels_.back().Count;
+    return Place();
+  }
+
+  std::vector<Level> levels_;
 };
-
-// The library's message without its own number in brackets.
-std::string Explain(const std::exception& error) {
-  const std::string text = error.what();
-  const std::size_t bracket = text.find("] ");
-  return bracket == std::string::npos ? text : text.substr(bracket + 2);
-}
 
 }  // namespace
 
@@ -311,18 +376,23 @@ std::string FilterToJson(Filter filter, const CodePage& code_page) {
   return json.dump(kIndent) + "\n";
 }
 
-std::string FilterFromJson(std::string_view json, const CodePage& code_page, Filter& filter) {
+std::optional<JsonMistake> FilterFromJson(std::string_view json, const CodePage& code_page,
+                                          Filter& filter) {
   try {
-    DuplicateKeys duplicate_keys;
-    Json parsed = Json::parse(json, std::ref(duplicate_keys));
+    // The reader would take it for the end.
+    const std::size_t zero = json.find('\0');
+    if (zero != std::string_view::npos) {
+      Reject("", "a zero byte stands at byte " + std::to_string(zero));
+    }
+    Inspection inspection;
+    Json::sax_parse(json, &inspection);
+    Json parsed = Json::parse(json);
     Filter result;
     DescribeFilter(parsed, true, code_page, result);
-    filter = result;
+    filter = std::move(result);
     return {};
-  } catch (const Mistake& mistake) {
-    return mistake.Text;
-  } catch (const Json::exception& error) {
-    return Explain(error);
+  } catch (const JsonMistake& mistake) {
+    return mistake;
   }
 }
 

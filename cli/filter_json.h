@@ -1,6 +1,7 @@
 // A Filter as JSON: every stored field under the model's name for it.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -14,12 +15,20 @@ namespace zarvo {
 /// of the array.
 [[nodiscard]] std::string FilterToJson(Filter filter, const CodePage& code_page);
 
-/// Sets the filter to what the JSON says, keys left out to their defaults, and returns "". On an
-/// error the filter is as it was, and the result says what is wrong and where: a line and column
-/// for broken JSON, else a place such as "Rules[2].Pattern.MostSignificant". An unknown key, one
-/// that stands twice, a wrong type, a number out of range and a character that the code page lacks
-/// are errors.
-[[nodiscard]] std::string FilterFromJson(std::string_view json, const CodePage& code_page,
-                                         Filter& filter);
+/// What is wrong with JSON, and where.
+struct JsonMistake {
+  /// Such as "Rules[2].Pattern.MostSignificant". Empty for the outermost object, and for broken
+  /// JSON, where What names line and column.
+  std::string Place;
+  std::string What;
+
+  [[nodiscard]] std::string Message() const { return Place.empty() ? What : Place + ": " + What; }
+};
+
+/// Sets the filter to what the JSON says, keys left out to their defaults. After a mistake the
+/// filter is as it was: an unknown key, one that stands twice, a wrong type, a number out of range
+/// and a character that the code page lacks are mistakes.
+[[nodiscard]] std::optional<JsonMistake> FilterFromJson(std::string_view json,
+                                                        const CodePage& code_page, Filter& filter);
 
 }  // namespace zarvo

@@ -5,22 +5,17 @@
 namespace zarvo {
 namespace {
 
-void AppendPrintable(std::string& shown, char32_t character) {
+bool IsControl(char32_t character) {
+  return character < 0x20 || (character >= 0x7F && character < 0xA0);
+}
+
+// The escape of a control character.
+std::string Escape(char32_t character) {
   constexpr const char* kHexadecimal = "0123456789ABCDEF";
-  const bool is_control = character < 0x20 || (character >= 0x7F && character < 0xA0);
-  if (character == '\n') {
-    shown += "\\n";
-  } else if (character == '\r') {
-    shown += "\\r";
-  } else if (character == '\t') {
-    shown += "\\t";
-  } else if (is_control) {
-    shown += "\\x";
-    shown += kHexadecimal[character >> 4];
-    shown += kHexadecimal[character & 0xF];
-  } else {
-    AppendUtf8(shown, character);
-  }
+  if (character == '\n') return "\\n";
+  if (character == '\r') return "\\r";
+  if (character == '\t') return "\\t";
+  return {'\\', 'x', kHexadecimal[character >> 4], kHexadecimal[character & 0xF]};
 }
 
 class Lister {
@@ -85,7 +80,14 @@ class Lister {
   [[nodiscard]] std::string Text(std::string_view bytes) const {
     return Printable(bytes, code_page_);
   }
-  [[nodiscard]] std::string Quoted(std::string_view bytes) const { return '"' + Text(bytes) + '"'; }
+  [[nodiscard]] std::string Quoted(std::string_view bytes) const {
+    std::string quoted = "\"";
+    for (const char byte : Text(bytes)) {
+      if (byte == '"') quoted += '\\';
+      quoted += byte;
+    }
+    return quoted + '"';
+  }
   [[nodiscard]] std::string Quoted(const Pattern& pattern) const {
     return Quoted(DisplayForm(pattern));
   }
@@ -96,7 +98,11 @@ class Lister {
   }
 
   [[nodiscard]] std::string Source(const Rule& rule) const {
-    if (!rule.DrawsFromSet()) return Quoted(rule.Replacement);
+    if (rule.ReplacementSource == ReplacementSource::String) return Quoted(rule.Replacement);
+    if (!rule.DrawsFromSet()) {
+      const auto number = static_cast<std::int32_t>(rule.ReplacementSource);
+      return "nothing, as the source " + std::to_string(number) + " is unknown: the match stays";
+    }
     const bool at_random = rule.ReplacementSource == ReplacementSource::SetAtRandom;
     return "the strings of the set " + Quoted(rule.ReplacementSetName) +
            (at_random ? " at random" : " in sequence");
@@ -145,10 +151,35 @@ class Lister {
 
 }  // namespace
 
+std::string WithoutControls(std::string_view utf8) {
+  std::string shown;
+  for (std::size_t i = 0; i < utf8.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(utf8[i]);
+    // The controls from 80 to 9F are two bytes, of which the first is C2.
+    const bool is_second =
+        byte == 0xC2 && i + 1 < utf8.size() && IsControl(static_cast<unsigned char>(utf8[i + 1]));
+    if (is_second) {
+      shown += Escape(static_cast<unsigned char>(utf8[++i]));
+    } else if (byte < 0x80 && IsControl(byte)) {
+      shown += Escape(byte);
+    } else {
+      shown += utf8[i];
+    }
+  }
+  return shown;
+}
+
 std::string Printable(std::string_view bytes, const CodePage& code_page) {
   std::string shown;
   for (const char byte : bytes) {
-    AppendPrintable(shown, code_page.Character(static_cast<unsigned char>(byte)));
+    const char32_t character = code_page.Character(static_cast<unsigned char>(byte));
+    if (character == '\\') {
+      shown += "\\\\";
+    } else if (IsControl(character)) {
+      shown += Escape(character);
+    } else {
+      AppendUtf8(shown, character);
+    }
   }
   return shown;
 }

@@ -44,9 +44,12 @@ void TerminalProgress::Draw() {
   const double done = std::min(RuleBar.Done() + PositionBar.Done() / rules, 1.0);
   const auto filled = static_cast<std::size_t>(done * kWidth);
   const std::int64_t rule = std::min(RuleBar.Position() + 1, RuleBar.Most());
-  out_ << "\r[" << std::string(filled, '#') << std::string(kWidth - filled, '.') << "] "
-       << static_cast<int>(done * 100) << " %, rule " << rule << " of " << RuleBar.Most()
-       << "\x1B[K" << std::flush;
+  std::string line = "[" + std::string(filled, '#') + std::string(kWidth - filled, '.') + "] " +
+                     std::to_string(static_cast<int>(done * 100)) + " %, rule " +
+                     std::to_string(rule) + " of " + std::to_string(RuleBar.Most());
+  // The last column stays free: some terminals go on to the next line from there.
+  line.resize(std::min(line.size(), std::max<std::size_t>(width_, 1) - 1));
+  out_ << '\r' << line << "\x1B[K" << std::flush;
 }
 
 void TerminalProgress::Clear() {

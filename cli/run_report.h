@@ -28,10 +28,15 @@ class MessageCollector : public RunHost {
 };
 
 /// A progress bar in one line of a terminal: how far the run is through the Rules, and how far the
-/// Rule in progress is through the text. Draws at most ten times a second.
+/// Rule in progress is through the text. Draws ten times a second, after the first tenth; never
+/// wider than the terminal. The line is gone with the object.
 class TerminalProgress {
  public:
-  explicit TerminalProgress(std::ostream& out) : RuleBar(*this), PositionBar(*this), out_(out) {}
+  TerminalProgress(std::ostream& out, std::size_t width)
+      : RuleBar(*this), PositionBar(*this), out_(out), width_(width) {}
+  ~TerminalProgress() { Clear(); }
+  TerminalProgress(const TerminalProgress&) = delete;
+  TerminalProgress& operator=(const TerminalProgress&) = delete;
 
   class Bar : public ProgressBar {
    public:
@@ -64,7 +69,8 @@ class TerminalProgress {
   void Draw();
 
   std::ostream& out_;
-  std::chrono::steady_clock::time_point last_drawn_{};
+  std::size_t width_;
+  std::chrono::steady_clock::time_point last_drawn_ = std::chrono::steady_clock::now();
   bool drawn_ = false;
 };
 

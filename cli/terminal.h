@@ -1,6 +1,7 @@
 // The terminal that the program may have: a password prompt and a progress bar.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 
@@ -10,6 +11,8 @@ namespace zarvo {
 /// terminal, or ends.
 [[nodiscard]] std::optional<std::string> AskPassword(const std::string& prompt);
 
-[[nodiscard]] bool StandardErrorIsTerminal();
+/// The columns of the terminal that standard error is; 0 when it is none, or one on which nothing
+/// can be drawn over.
+[[nodiscard]] std::size_t TerminalWidth();
 
 }  // namespace zarvo

@@ -28,6 +28,15 @@ function(zarvo_library target)
   zarvo_options(${target})
 endfunction()
 
+# zarvo_qt_options(TARGET): what zarvo_options gives, and the toolkit's own code generators.
+function(zarvo_qt_options target)
+  zarvo_options(${target})
+  set_target_properties(${target} PROPERTIES AUTOMOC ON AUTOUIC ON AUTORCC ON)
+  # Strings become translatable or plain on purpose, never by an implicit conversion of bytes.
+  target_compile_definitions(${target} PRIVATE QT_NO_CAST_FROM_BYTEARRAY QT_NO_FOREACH)
+  target_link_libraries(${target} PUBLIC Qt6::Widgets)
+endfunction()
+
 # zarvo_forbid_qt(TARGET...): stops the configuration when a target reaches a Qt library through
 # anything it links. Model and engine must stay usable where no toolkit is.
 function(zarvo_forbid_qt)

@@ -15,7 +15,8 @@ SubpatternMatcher::SubpatternMatcher(const Subpattern& subpattern)
       break;
     case SubpatternKind::CharacterList:
     case SubpatternKind::NegatedCharacterList:
-      for (const char byte : subpattern.Contents) listed_[static_cast<unsigned char>(byte)] = true;
+      text_.assign(256, '\0');
+      for (const char byte : subpattern.Contents) text_[static_cast<unsigned char>(byte)] = '\1';
       break;
     case SubpatternKind::Function:
       break;

@@ -11,7 +11,6 @@
 //   Rule and the run (see EngineState::Remaining).
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -40,12 +39,15 @@ class SubpatternMatcher {
   [[nodiscard]] SubpatternKind Kind() const { return kind_; }
 
  private:
-  [[nodiscard]] bool Lists(char byte) const { return listed_[static_cast<unsigned char>(byte)]; }
+  [[nodiscard]] bool Lists(char byte) const {
+    return text_[static_cast<unsigned char>(byte)] != '\0';
+  }
 
   SubpatternKind kind_;
   std::size_t width_;
-  std::string text_;  // of a String or a Character code
-  std::array<bool, 256> listed_{};
+  // The literal bytes of a String or a Character code; of a list a table that says of each byte
+  // whether it is listed.
+  std::string text_;
 };
 
 /// A Pattern made ready for a Rule's run: its length, its anchor, and its Subpatterns' matchers.

@@ -5,8 +5,8 @@
 
 namespace zarvo {
 
-/// The linear congruential generator of the C runtime that filters were always made with, so that
-/// a seed gives the same text everywhere.
+/// A linear congruential generator with results of 15 bits. The formulas of the engine are made for
+/// that range, and a seed gives the same text everywhere.
 class RandomGenerator {
  public:
   /// The largest result of Next.

@@ -4,7 +4,7 @@ namespace zarvo {
 namespace {
 
 // The prefix of a text: one byte below kLongMark, else the mark and 16 bits below kWideMark, else
-// the mark, kLongerMark and 32 bits. kWideMark announces text of wide characters elsewhere.
+// the mark, kLongerMark and 32 bits. kWideMark is no length: it marks a text of wide characters.
 constexpr std::uint32_t kLongMark = 0xFF;
 constexpr std::uint32_t kWideMark = 0xFFFE;
 constexpr std::uint32_t kLongerMark = 0xFFFF;

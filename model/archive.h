@@ -13,7 +13,7 @@ enum class ArchiveCode {
   Done,
   EndOfFile,           ///< a field's bytes are not all there
   CountPastEnd,        ///< a list claims more elements than the bytes left can hold
-  WideText,            ///< a text of wide characters, which other programs may write
+  WideText,            ///< a text marked as one of wide characters
   WrongMagic,          ///< not a filter file
   NewerFormatRefused,  ///< a newer file format, and the caller said no
 };

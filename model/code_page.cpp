@@ -50,7 +50,8 @@ char32_t NextUtf8(std::string_view text, std::size_t& position) {
 }  // namespace
 
 std::optional<CodePage> CodePage::Find(const std::string& name) {
-  if (name.empty()) return {};  // which the converter would take for the locale's page
+  // The converter would take an empty name for the locale's page, and options behind a slash.
+  if (name.empty() || name.find('/') != std::string::npos) return {};
   iconv_t opened = iconv_open(kUtf32, name.c_str());
   if (reinterpret_cast<std::intptr_t>(opened) == -1) return {};
   const std::unique_ptr<void, ConverterCloser> converter(opened);

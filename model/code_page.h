@@ -11,7 +11,8 @@
 namespace zarvo {
 
 /// A table of 256 different characters. A byte that the page leaves undefined is the character of
-/// the same number, so that every text survives the way to characters and back.
+/// the same number (a control character, but for a few bytes above 9F in some pages), so that every
+/// text survives the way to characters and back.
 class CodePage {
  public:
   /// The page of this name, in the system converter's spelling, such as "windows-1250". Nothing

@@ -32,9 +32,12 @@ using FileResult = std::optional<FileError>;
 /// Writes a file so that its path holds the whole old or the whole new contents at every moment,
 /// also across a loss of power: into a temporary file beside it, synchronised, then renamed over
 /// it. A symbolic link stays one, an existing file keeps its permissions, and a file that may not
-/// be written is refused though its folder would allow it. Where the folder can't be written but
-/// the file can, the file is written in place, and gets its old contents back after an error.
-/// Something other than a file, such as a terminal or a pipe, is simply written to.
+/// be written is refused though its folder would allow it. Where the folder lets no
+/// new file take its place but the file itself can be written, it is written in place, and gets its
+/// old contents back after an error.
+/// Something other than a file, such as a terminal or a pipe, is simply written to, and so is a
+/// name of one of the program's own descriptors, such as "/dev/stdout". Other names of the old file
+/// (hard links) keep the old contents.
 ///
 /// After an error the old file is whole and no temporary file is left. The one exception: when
 /// only the folder can't be synchronised, the new file stands in its place already.

@@ -1,10 +1,13 @@
 #include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <charconv>
 #include <cstring>
 #include <filesystem>
 #include <system_error>
@@ -46,6 +49,33 @@ class Descriptor {
   int number_;
 };
 
+// Holds back the signals by which users end a program, so that none comes between the making of a
+// temporary file and its renaming or removal.
+class SignalsHeldBack {
+ public:
+  SignalsHeldBack() {
+    sigset_t signals;
+    ::sigemptyset(&signals);
+    for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) ::sigaddset(&signals, number);
+    ::pthread_sigmask(SIG_BLOCK, &signals, &before_);
+  }
+  ~SignalsHeldBack() { ::pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+  SignalsHeldBack(const SignalsHeldBack&) = delete;
+  SignalsHeldBack& operator=(const SignalsHeldBack&) = delete;
+
+ private:
+  sigset_t before_{};
+};
+
+// True when the call is to be made again: it was interrupted, or the other end of a pipe wasn't
+// ready, which this waits for.
+bool IsToBeRepeated(int descriptor, short event) {
+  if (errno == EINTR) return true;
+  if (errno != EAGAIN) return false;
+  pollfd waiting{descriptor, event, 0};
+  return ::poll(&waiting, 1, -1) >= 0 || errno == EINTR;
+}
+
 StepResult WriteAll(int descriptor, std::string_view bytes) {
   while (!bytes.empty()) {
     const std::size_t wanted = std::min(bytes.size(), kChunk);
@@ -67,7 +97,7 @@ StepResult WriteStream(int descriptor, std::string_view bytes) {
   while (!bytes.empty()) {
     const ssize_t written = ::write(descriptor, bytes.data(), std::min(bytes.size(), kChunk));
     if (written < 0) {
-      if (errno == EINTR) continue;
+      if (IsToBeRepeated(descriptor, POLLOUT)) continue;
       return FailNow("write");
     }
     bytes.remove_prefix(static_cast<std::size_t>(written));
@@ -87,7 +117,10 @@ StepResult ReadAll(int descriptor, std::string& bytes) {
     const std::size_t room = std::max(bytes.capacity() - size, kLeastRoom);
     bytes.resize(size + std::min(room, kChunk));
     const ssize_t got = ::read(descriptor, bytes.data() + size, bytes.size() - size);
-    if (got < 0 && errno == EINTR) continue;
+    if (got < 0 && IsToBeRepeated(descriptor, POLLIN)) {
+      bytes.resize(size);
+      continue;
+    }
     const int error = errno;
     size += static_cast<std::size_t>(std::max<ssize_t>(got, 0));
     bytes.resize(size);
@@ -99,7 +132,7 @@ StepResult ReadAll(int descriptor, std::string& bytes) {
 StepResult SynchroniseFolder(const std::string& folder) {
   const Descriptor descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   // A folder that may be written but not read can't be opened; some file systems know no such call.
-  if (!descriptor.IsOpen()) return {};
+  if (!descriptor.IsOpen()) return errno == EACCES ? StepResult() : FailNow("open its folder");
   if (::fsync(descriptor.Number()) != 0 && errno != EINVAL && errno != ENOTSUP) {
     return FailNow("synchronise its folder");
   }
@@ -110,18 +143,21 @@ StepResult SynchroniseFolder(const std::string& folder) {
 StepResult CopyPermissions(const std::string& from, const struct stat& status, int to) {
   struct stat own {};
   if (::fstat(to, &own) != 0) return FailNow("examine its temporary file");
-  if (own.st_uid != status.st_uid && ::fchown(to, status.st_uid, static_cast<gid_t>(-1)) != 0) {
-    // Only root may give a file away; the contents matter more than the owner.
-  }
-  if (own.st_gid != status.st_gid && ::fchown(to, static_cast<uid_t>(-1), status.st_gid) != 0) {
-    // Nor may a user who isn't in that group.
-  }
+  // Only root may give a file away, and only a member of a group to that group; where this user may
+  // not, the contents matter more than the owner.
+  constexpr auto kSameUser = static_cast<uid_t>(-1);
+  constexpr auto kSameGroup = static_cast<gid_t>(-1);
+  [[maybe_unused]] const bool keeps_user =
+      own.st_uid == status.st_uid || ::fchown(to, status.st_uid, kSameGroup) == 0;
+  [[maybe_unused]] const bool keeps_group =
+      own.st_gid == status.st_gid || ::fchown(to, kSameUser, status.st_gid) == 0;
   if (::fchmod(to, status.st_mode & 07777) != 0) return FailNow("set the permissions");
   constexpr const char* kAccessList = "system.posix_acl_access";
-  std::string list(1024, '\0');
-  const ssize_t size = ::getxattr(from.c_str(), kAccessList, list.data(), list.size());
-  if (size > 0 &&
-      ::fsetxattr(to, kAccessList, list.data(), static_cast<std::size_t>(size), 0) != 0) {
+  const ssize_t size = ::getxattr(from.c_str(), kAccessList, nullptr, 0);
+  if (size <= 0) return {};  // it has none, or its file system knows none
+  std::string list(static_cast<std::size_t>(size), '\0');
+  if (::getxattr(from.c_str(), kAccessList, list.data(), list.size()) != size ||
+      ::fsetxattr(to, kAccessList, list.data(), list.size(), 0) != 0) {
     return FailNow("set the access list");
   }
   return {};
@@ -167,14 +203,24 @@ StepResult WriteTemporary(const std::string& path, const struct stat* old_status
   return {};
 }
 
-// The step that fails when no temporary file can be made.
-constexpr const char* kFolderStep = "make a temporary file beside it";
+// The steps that need the folder's permission.
+constexpr const char* kMakeStep = "make a temporary file beside it";
+constexpr const char* kReplaceStep = "replace";
+
+// True when the folder doesn't let this user put a new file in the place of the old one: it is
+// closed, or sticky with a file of somebody else's, or the file is a mount of its own.
+bool IsRefusedByFolder(const Failure& failure) {
+  if (failure.Step != kMakeStep && failure.Step != kReplaceStep) return false;
+  return failure.Error == EACCES || failure.Error == EPERM || failure.Error == EROFS ||
+         failure.Error == EBUSY;
+}
 
 // Writes beside the path and renames over it; old_status is null for a new file.
 StepResult WriteBeside(const std::string& path, const struct stat* old_status,
                        std::string_view bytes) {
   const std::string parent = std::filesystem::path(path).parent_path().string();
   const std::string folder = parent.empty() ? "." : parent;
+  const SignalsHeldBack held_back;
   std::string temporary;
   int number = -1;
   for (int attempt = 0; number < 0; ++attempt) {
@@ -182,10 +228,10 @@ StepResult WriteBeside(const std::string& path, const struct stat* old_status,
     // Until it has the old file's permissions nobody else is to read it.
     const mode_t mode = old_status != nullptr ? 0600 : 0666;
     number = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
-    if (number < 0 && (errno != EEXIST || attempt == 1000)) return FailNow(kFolderStep);
+    if (number < 0 && (errno != EEXIST || attempt == 1000)) return FailNow(kMakeStep);
   }
   StepResult failure = WriteTemporary(path, old_status, number, bytes);
-  if (!failure && ::rename(temporary.c_str(), path.c_str()) != 0) failure = FailNow("replace");
+  if (!failure && ::rename(temporary.c_str(), path.c_str()) != 0) failure = FailNow(kReplaceStep);
   if (failure) {
     ::unlink(temporary.c_str());
     return failure;
@@ -213,7 +259,24 @@ StepResult WriteToStream(const std::string& path, std::string_view bytes) {
   return {};
 }
 
+// The number of the program's own descriptor that the path is another name of, or -1.
+int OwnDescriptor(const std::string& path) {
+  if (path == "/dev/stdout") return STDOUT_FILENO;
+  if (path == "/dev/stderr") return STDERR_FILENO;
+  for (const std::string_view folder : {"/dev/fd/", "/proc/self/fd/"}) {
+    int number = -1;
+    const char* const begin = path.data() + std::min(folder.size(), path.size());
+    const char* const end = path.data() + path.size();
+    if (path.starts_with(folder) && std::from_chars(begin, end, number).ptr == end) return number;
+  }
+  return -1;
+}
+
 StepResult WriteAnywhere(std::string path, std::string_view bytes) {
+  // Opened by such a name, a file that the shell opened would be replaced, or written from its
+  // start.
+  const int own = OwnDescriptor(path);
+  if (own >= 0) return WriteStream(own, bytes);
   struct stat status {};
   const bool exists = ::stat(path.c_str(), &status) == 0;
   if (!exists && errno != ENOENT) return FailNow("examine");
@@ -223,10 +286,7 @@ StepResult WriteAnywhere(std::string path, std::string_view bytes) {
   if (!exists) return WriteBeside(path, nullptr, bytes);
   if (::access(path.c_str(), W_OK) != 0) return FailNow("write");
   StepResult failure = WriteBeside(path, &status, bytes);
-  if (failure && failure->Step == kFolderStep &&
-      (failure->Error == EACCES || failure->Error == EPERM || failure->Error == EROFS)) {
-    return WriteInPlace(path, bytes);
-  }
+  if (failure && IsRefusedByFolder(*failure)) return WriteInPlace(path, bytes);
   return failure;
 }
 

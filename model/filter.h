@@ -70,8 +70,8 @@ struct Filter : FilterHeader {
   /// formats that store none (those but 1 to 5). draw gives the next value of the process's random
   /// generator, 0 to 32767; versions 4 and 5 draw a new key with it, versions 1 to 3 keep theirs,
   /// so a password set there while the key is empty has no effect.
-  bool ChangePassword(std::string_view old_password, std::string_view new_password,
-                      const std::function<int()>& draw);
+  [[nodiscard]] bool ChangePassword(std::string_view old_password, std::string_view new_password,
+                                    const std::function<int()>& draw);
 
   friend bool operator==(const Filter&, const Filter&) = default;
 };

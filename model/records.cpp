@@ -1,5 +1,6 @@
 #include "model/records.h"
 
+#include <algorithm>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -13,6 +14,8 @@ template <typename Element>
 constexpr std::size_t kLeastSize = sizeof(std::int32_t);
 template <>
 constexpr std::size_t kLeastSize<FunctionEntry> = 2;
+
+constexpr std::size_t kReserved = 256;
 
 // True when the record has contents to read or write.
 template <typename Record>
@@ -43,7 +46,8 @@ void SerializeElements(Archive& archive, const char* field, std::vector<Element>
   const std::size_t count = archive.Count(field, elements.size(), kLeastSize<Element>);
   if (archive.IsLoading()) {
     elements.clear();
-    elements.reserve(count);
+    // The rest as the elements come: a short record takes far more memory than bytes.
+    elements.reserve(std::min(count, kReserved));
   }
   for (std::size_t i = 0; i < count; ++i) {
     const Archive::Scope scope(archive, field, i);

@@ -1,7 +1,9 @@
 // The program zarvo itself, run as a user runs it.
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
+#include <thread>
 
 #include "engine/random.h"
 #include "model/filter_file.h"
@@ -172,6 +174,101 @@ TEST_F(Commands, ShowOfALockedFilterWithoutAPasswordOrToBeShownAsksForNone) {
   EXPECT_EQ(Zarvo({"show", WriteFilter("unlocked.zvf", filter)}).ExitCode, 0);
 }
 
+TEST_F(Commands, PasswordIsAskedForOnATerminalAndNotShown) {
+  Filter filter = Locked();
+  filter.Locked = 2;  // any value but 0 is on
+  filter.FormatVersion = 4;
+  filter.PasswordKey = "x";
+  filter.Password = "\x19\x1A\x1B";  // "abc"
+  const std::string path = WriteFilter("locked.zvf", filter);
+  const std::string prompt = "Password of " + path + ": ";
+  const Execution right =
+      testing::ExecuteOnTerminal(ZARVO_PROGRAM, {"show", path}, prompt, "abc\n");
+  EXPECT_EQ(right.ExitCode, 0);
+  EXPECT_EQ(right.Output.find(prompt + "\r\nName:        Secret"), 0U) << right.Output;
+  const Execution wrong =
+      testing::ExecuteOnTerminal(ZARVO_PROGRAM, {"show", path}, prompt, "abd\n");
+  EXPECT_EQ(wrong.ExitCode, 2);
+  EXPECT_EQ(wrong.Output, prompt + "\r\nzarvo: Sorry, the password is incorrect\r\n");
+  const Execution interrupted =
+      testing::ExecuteOnTerminal(ZARVO_PROGRAM, {"show", path}, prompt, "\x03");
+  EXPECT_EQ(interrupted.ExitCode, -1);
+}
+
+TEST_F(Commands, ApplyShowsItsProgressOnATerminalAndRemovesIt) {
+  // Slow enough to be seen: passes over a long text that never end, stopped by a Ctrl+C.
+  Filter filter = FilterOf({Replace(Of({Str("a")}), Of({Str("a")}))});
+  filter.Rules[0].Strict = 1;
+  const std::string path = WriteFilter("endless.zvf", filter);
+  const std::string text = folder_.Write("text", std::string(100000, 'a'));
+  const Execution run = testing::ExecuteOnTerminal(
+      ZARVO_PROGRAM, {"apply", path, text, "-o", folder_.File("out")}, "rule 1 of 1", "\x03");
+  EXPECT_EQ(run.ExitCode, -1);
+  EXPECT_NE(run.Output.find("%, rule 1 of 1"), std::string::npos);
+  EXPECT_FALSE(std::filesystem::exists(folder_.File("out")));
+}
+
+TEST_F(Commands, ApplyWithoutASeedTakesTheTime) {
+  Rule rule = Replace(Of({Str("a")}), Of({Str("b")}));
+  rule.Probability = 50;
+  const std::string path = WriteFilter("half.zvf", FilterOf({rule}));
+  const std::string text(2000, 'a');
+  const std::string first = Zarvo({"apply", path}, text).Output;
+  for (int second = 0; second < 5; ++second) {
+    if (Zarvo({"apply", path}, text).Output != first) return;
+    std::this_thread::sleep_for(std::chrono::seconds(1));
+  }
+  FAIL() << "the same random numbers in every second";
+}
+
+TEST_F(Commands, DashIsAStandardStream) {
+  const std::string json = R"({"Name": "x"})";
+  const Execution built = Zarvo({"build", "-", "-o", "-"}, json);
+  EXPECT_EQ(built.ExitCode, 0);
+  EXPECT_EQ(built.Output.substr(0, 13), "\x0CZARVO BINARY");
+  EXPECT_EQ(Zarvo({"check", "-"}, built.Output).Output, "Filter OK.\n");
+  EXPECT_EQ(Zarvo({"apply", "-", "-"}, built.Output).ExitCode, 2);
+}
+
+TEST_F(Commands, EmptyPathsAndUnknownCommandsAreRefused) {
+  EXPECT_EQ(Zarvo({"apply", SimpleFilter(), ""}).ExitCode, 2);
+  EXPECT_EQ(Zarvo({"apply", SimpleFilter(), "-", "-o", ""}, "a").Output, "");
+  EXPECT_EQ(Zarvo({"aply"}).Errors.find("There is no command \"aply\".\n"), 0U);
+}
+
+TEST_F(Commands, BuildAndConvertSayWhatTheFormatHasNoPlaceFor) {
+  const std::string json =
+      folder_.Write("old.json", R"({"FormatVersion": 5, "Functions": [{"Name": "f"}]})");
+  const std::string out = folder_.File("out.zvf");
+  const Execution built = Zarvo({"build", json, "-o", out});
+  EXPECT_EQ(built.ExitCode, 0);
+  EXPECT_EQ(built.Errors, "zarvo: " + out +
+                              ": format version 5 can't hold all of this filter; the "
+                              "rest is not in the file\n");
+  Filter filter;
+  filter.Name = "From the future";
+  std::string bytes = FilterFileBytes(filter);
+  bytes[13] = 7;
+  const std::string newer = folder_.Write("newer.zvf", bytes);
+  EXPECT_NE(Zarvo({"convert", newer, "--allow-newer", "--keep-format", "-o", out}).Errors, "");
+  EXPECT_EQ(Zarvo({"convert", newer, "--allow-newer", "--newest", "-o", out}).Errors, "");
+}
+
+TEST_F(Commands, MessagesCanNotSteerTheTerminal) {
+  const std::string json = folder_.Write("red.json", "{\"\\u001b[31m\": 1}");
+  EXPECT_EQ(Zarvo({"build", json, "-o", folder_.File("x")}).Errors,
+            "zarvo: " + json + ": \\x1B[31m: there is no such key here\n");
+}
+
+TEST_F(Commands, OutputToANameOfStandardOutputGoesWhereThatStands) {
+  const std::string log = folder_.Write("log", "first\n");
+  const Execution run =
+      Execute("/bin/sh", {"-c", "echo a | " + std::string(ZARVO_PROGRAM) + " apply " +
+                                    SimpleFilter() + " -o /dev/stdout >> " + log});
+  EXPECT_EQ(run.ExitCode, 0);
+  EXPECT_EQ(folder_.Read("log"), "first\nb\n");
+}
+
 TEST_F(Commands, PasswordIsTakenThroughTheCodePage) {
   Filter filter = Locked();
   filter.FormatVersion = 4;
@@ -294,6 +391,9 @@ TEST_F(Commands, WrongUsageEndsWith2AndIsExplained) {
                                              {"apply", SimpleFilter(), "--bogus"},
                                              {"apply", SimpleFilter(), "a", "b"},
                                              {"apply", SimpleFilter(), "--seed", "x"},
+                                             {"apply", SimpleFilter(), "--seed", ""},
+                                             {"apply", SimpleFilter(), "--seed", "010"},
+                                             {"show", SimpleFilter(), "--json=0"},
                                              {"apply", SimpleFilter(), "--seed", "-1"},
                                              {"apply", SimpleFilter(), "--seed", "4294967296"},
                                              {"build", "x.json"},

@@ -29,7 +29,7 @@ const CodePage& Latin() {
 void ExpectRoundTrip(Filter filter) {
   const std::string bytes = FilterFileBytes(filter);
   Filter back;
-  EXPECT_EQ(FilterFromJson(FilterToJson(filter, Latin()), Latin(), back), "");
+  EXPECT_FALSE(FilterFromJson(FilterToJson(filter, Latin()), Latin(), back));
   EXPECT_EQ(back, filter);
   EXPECT_EQ(FilterFileBytes(back), bytes);
 }
@@ -37,9 +37,9 @@ void ExpectRoundTrip(Filter filter) {
 std::string Mistake(std::string_view json) {
   Filter filter;
   filter.Name = "as before";
-  std::string mistake = FilterFromJson(json, Latin(), filter);
+  const std::optional<JsonMistake> mistake = FilterFromJson(json, Latin(), filter);
   EXPECT_EQ(filter.Name, "as before");
-  return mistake;
+  return mistake ? mistake->Message() : "";
 }
 
 Filter RichFilter() {
@@ -132,29 +132,27 @@ TEST(FilterJson, EveryByteComesBackInEachCodePage) {
         "windows-1255", "windows-1256", "windows-1257", "windows-1258", "CP874"}) {
     const CodePage page = *CodePage::Find(name);
     Filter back;
-    EXPECT_EQ(FilterFromJson(FilterToJson(filter, page), page, back), "") << name;
+    EXPECT_FALSE(FilterFromJson(FilterToJson(filter, page), page, back)) << name;
     EXPECT_EQ(back.Description, filter.Description) << name;
   }
 }
 
 TEST(FilterJson, KeysLeftOutTakeTheirDefaults) {
   Filter filter = RichFilter();
-  EXPECT_EQ(FilterFromJson("{}", Latin(), filter), "");
+  EXPECT_FALSE(FilterFromJson("{}", Latin(), filter));
   EXPECT_EQ(filter, Filter());
-  EXPECT_EQ(FilterFromJson(R"({"Rules": [{}], "Sets": [{"Strings": [{"Subpatterns": [{}]}]}],
+  EXPECT_FALSE(FilterFromJson(R"({"Rules": [{}], "Sets": [{"Strings": [{"Subpatterns": [{}]}]}],
                                "Functions": [{"Entries": [{}]}]})",
-                           Latin(), filter),
-            "");
+                              Latin(), filter));
   EXPECT_EQ(filter, FilterOf({Rule()}, {SetOf("", {Of({Str("")})})}, {FunctionOf("", {{}})}));
 }
 
 TEST(FilterJson, KindsHaveNamesOrNumbers) {
   Filter filter;
-  EXPECT_EQ(FilterFromJson(R"({"Sets": [{"Strings": [{"Subpatterns": [
+  EXPECT_FALSE(FilterFromJson(R"({"Sets": [{"Strings": [{"Subpatterns": [
       {"Kind": "String"}, {"Kind": "CharacterList"}, {"Kind": "NegatedCharacterList"},
       {"Kind": "CharacterCode"}, {"Kind": "Function"}, {"Kind": 1}, {"Kind": 5}]}]}]})",
-                           Latin(), filter),
-            "");
+                              Latin(), filter));
   std::vector<int> kinds;
   for (const Subpattern& part : filter.Sets[0].Strings[0].Subpatterns) {
     kinds.push_back(static_cast<int>(part.Kind));
@@ -164,7 +162,7 @@ TEST(FilterJson, KindsHaveNamesOrNumbers) {
 
 TEST(FilterJson, TextsGoThroughTheCodePage) {
   Filter filter;
-  EXPECT_EQ(FilterFromJson(R"({"Name": "Zażółć"})", *CodePage::Find("windows-1250"), filter), "");
+  EXPECT_FALSE(FilterFromJson(R"({"Name": "Zażółć"})", *CodePage::Find("windows-1250"), filter));
   EXPECT_EQ(filter.Name, "Za\xBF\xF3\xB3\xE6");
   EXPECT_NE(FilterToJson(filter, *CodePage::Find("windows-1250")).find("Zażółć"),
             std::string::npos);
@@ -191,8 +189,8 @@ TEST(FilterJson, MistakesAreNamedWithTheirPlace) {
   EXPECT_EQ(Mistake(R"({"Rules": [{"Probability": -1}]})"),
             "Rules[0].Probability: a number from 0 to 255 is expected");
   EXPECT_EQ(Mistake(R"({"Rules": 5})"), "Rules: an array is expected");
-  EXPECT_EQ(Mistake(R"({"Rules": [5]})"), "Rules[0]: an object is expected, not number");
-  EXPECT_EQ(Mistake(R"([])"), "the outermost object: an object is expected, not array");
+  EXPECT_EQ(Mistake(R"({"Rules": [5]})"), "Rules[0]: an object is expected");
+  EXPECT_EQ(Mistake(R"([])"), "an object is expected, not array");
 }
 
 TEST(FilterJson, RecordOfAnotherVersionHasNothingMore) {
@@ -202,7 +200,9 @@ TEST(FilterJson, RecordOfAnotherVersionHasNothingMore) {
 
 TEST(FilterJson, KeyThatStandsTwiceIsNamed) {
   EXPECT_EQ(Mistake(R"({"Sets": [{"Name": "a", "Name": "b"}]})"),
-            "Name: this key stands twice in one object");
+            "Sets[0].Name: this key stands twice in one object");
+  EXPECT_EQ(Mistake(R"({"Rules": [{}, {"Name": [{}, {"": 1, "": 2}]}]})"),
+            "Rules[1].Name[1].\"\": this key stands twice in one object");
 }
 
 TEST(FilterJson, BrokenJsonIsNamedWithLineAndColumn) {
@@ -210,10 +210,18 @@ TEST(FilterJson, BrokenJsonIsNamedWithLineAndColumn) {
             std::string::npos);
   EXPECT_NE(Mistake("").find("line 1"), std::string::npos);
   EXPECT_NE(Mistake("{\"Name\": \"\xFF\"}"), "");
+  EXPECT_EQ(Mistake(std::string_view("{}\0{", 4)), "a zero byte stands at byte 2");
 }
 
 TEST(FilterJson, DeepOrWideNonsenseIsRefusedQuickly) {
-  EXPECT_NE(Mistake(std::string(1'000'000, '[')), "");
+  EXPECT_EQ(Mistake(std::string(1'000'000, '[')), "[0]: an object is expected, not array");
+  std::string deep;
+  for (int i = 0; i < 100; ++i) deep += R"({"Name": )";
+  EXPECT_NE(Mistake(deep).find("Name.Name: this is nested too deeply"), std::string::npos);
+  std::string many = R"({"Functions": [{"Entries": [)";
+  for (int i = 0; i < 200'000; ++i) many += R"({"Argument": "a"},)";
+  many.back() = ']';
+  EXPECT_EQ(Mistake(many + R"(, "wrong": 0}]})"), "Functions[0].wrong: there is no such key here");
   std::string wide = "{";
   for (int i = 0; i < 100'000; ++i) wide += "\"key" + std::to_string(i) + "\": 0,";
   EXPECT_EQ(Mistake(wide + "\"end\": 0}"), "key64: too many keys stand in one object");

@@ -27,6 +27,21 @@ TEST(Printable, EscapesWhatWouldSteerATerminal) {
   EXPECT_EQ(Printable("a\tb\r\nc\x1B[31m\x7F\x81", Latin()), "a\\tb\\r\\nc\\x1B[31m\\x7F\\x81");
 }
 
+TEST(Printable, EscapesTheBackslashToo) { EXPECT_EQ(Printable("\\n\n", Latin()), "\\\\n\\n"); }
+
+TEST(WithoutControls, EscapesOneAndTwoByteControlsAndNothingElse) {
+  EXPECT_EQ(WithoutControls("a\x1B[31m\n\xC2\x9B\xC2\xA0\xC3\xA9\\\xC2"),
+            "a\\x1B[31m\\n\\x9B\xC2\xA0\xC3\xA9\\\xC2");
+}
+
+TEST(FilterListing, SaysThatAnUnknownSourceReplacesNothing) {
+  Rule rule = Replace(Of({Str("a")}), Of({Str("b")}));
+  rule.ReplacementSource = static_cast<ReplacementSource>(7);
+  EXPECT_NE(FilterListing(FilterOf({rule}), Latin())
+                .find("by nothing, as the source 7 is unknown: the match stays"),
+            std::string::npos);
+}
+
 TEST(Printable, TextsAreTheCodePagesCharacters) {
   EXPECT_EQ(Printable("\x84quoted\x93", Latin()), "„quoted“");
 }

@@ -94,7 +94,17 @@ TEST_F(SafeWrite, FailingClose) {
 }
 
 TEST_F(SafeWrite, FailingRename) {
-  ExpectOldFileWhole(Failing("rename"), "replace: Permission denied");
+  ExpectOldFileWhole(Failing("rename"), "replace: Input/output error");
+}
+
+TEST_F(SafeWrite, WhereTheFolderLetsNobodyReplaceTheFileItIsWrittenInPlace) {
+  for (const std::vector<std::string>& arguments : Writers()) {
+    folder_.Write("out", kOld);
+    const Execution run = Execute(ZARVO_PROGRAM, arguments, "", Failing("rename-refused", 1 << 20));
+    EXPECT_EQ(run.ExitCode, 0) << run.Errors;
+    EXPECT_GE(folder_.Read("out").size(), 3000U);
+    EXPECT_EQ(folder_.Count(), entries_);
+  }
 }
 
 TEST_F(SafeWrite, FailingSynchronisationOfTheFolderIsReportedWithTheNewFileInPlace) {

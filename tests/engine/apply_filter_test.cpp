@@ -62,7 +62,8 @@ TEST(ApplyFilter, PartOfAMatchIsReplacedAndTheSearchGoesOnAfterTheWholeMatch) {
   rule.From = 2;
   rule.To = 2;
   Engine engine;
-  EXPECT_EQ(engine.Apply(FilterOf({rule}), "aaaa"), "aXaa");
+  EXPECT_EQ(engine.Apply(FilterOf({rule}), "aaaaa"), "aXaaa");
+  EXPECT_EQ(engine.Host.Pumps, 1);
 }
 
 TEST(ApplyFilter, ProbabilityZeroFindsEveryMatchAndReplacesNone) {
@@ -111,6 +112,22 @@ TEST(ApplyFilter, SameSeedGivesTheSameText) {
   two.Random.Seed(7);
   const std::string text(500, 'a');
   EXPECT_EQ(one.Apply(FilterOf({rule}), text), two.Apply(FilterOf({rule}), text));
+}
+
+TEST(Flags, AnyValueButZeroIsOn) {
+  for (const int on : {1, 2, -1}) {
+    Engine engine;
+    Rule strict = Literal("aa", "a");
+    strict.Strict = on;
+    EXPECT_EQ(engine.Apply(FilterOf({strict}), "aaaa"), "a") << on;
+    Rule once = Literal("a", "b");
+    once.Once = on;
+    EXPECT_EQ(engine.Apply(FilterOf({once}), "aa"), "ba") << on;
+    once.ReplacementSource = ReplacementSource::SetInSequence;
+    once.ReplacementSetName = "s";
+    engine.State.Remaining = 0;
+    EXPECT_EQ(engine.Apply(FilterOf({once}, {testing::SetOf("s", {Of({Str("c")})})}), "aa"), "ca");
+  }
 }
 
 TEST(Strict, RepeatsPassesUntilOneFindsNothing) {
@@ -215,6 +232,8 @@ TEST(Pumping, QuittingStopsTheRunAtOnce) {
   EXPECT_EQ(ApplyFilter(engine.Context(), filter, text, nullptr, nullptr), RunResult::Stopped);
   EXPECT_EQ(text, "aac");
   EXPECT_EQ(engine.Host.Pumps, 2);
+  // The idle work of that match is still done.
+  EXPECT_EQ(engine.Host.IdleCounts.size(), 2U);
   EXPECT_EQ(filter.Applying, 0);
 }
 

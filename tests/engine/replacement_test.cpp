@@ -179,6 +179,16 @@ TEST(SetInSequence, StartsAgainWithEachRule) {
   EXPECT_EQ(engine.Apply(filter, "xyxy"), "AABB");
 }
 
+TEST(SetInSequence, BeyondItsEndTheLastStringIsTaken) {
+  Filter filter = SequenceFilter(0);
+  Engine engine;
+  // The Set loses a string while the third one is due.
+  engine.Host.OnPump = [&] {
+    if (engine.Host.Pumps == 3) filter.Sets[0].Strings.pop_back();
+  };
+  EXPECT_EQ(engine.Apply(filter, "x x x x"), "A B B A");
+}
+
 TEST(SetInSequence, MissingOrEmptySetPutsInNothing) {
   for (const std::vector<Set>& sets : {std::vector<Set>{}, std::vector<Set>{SetOf("s", {})},
                                        std::vector<Set>{SetOf("S", {Of({Str("A")})})}}) {

@@ -44,7 +44,8 @@ TEST(CodePage, CharacterThatThePageLacksIsNamed) {
 }
 
 TEST(CodePage, NamesOfNoPageAndOfPagesOfSeveralBytesAreRefused) {
-  for (const char* name : {"no such page", "UTF-8", "UTF-16", "SHIFT_JIS", "GBK", "EUC-JP", ""}) {
+  for (const char* name : {"no such page", "UTF-8", "UTF-16", "SHIFT_JIS", "GBK", "EUC-JP", "",
+                           "windows-1250//TRANSLIT"}) {
     EXPECT_FALSE(CodePage::Find(name)) << name;
   }
 }

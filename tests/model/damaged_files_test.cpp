@@ -40,8 +40,9 @@ bool LoadAndCheck(std::string_view bytes) {
   YesToNewer answers;
   const testing::AllocationMeter meter;
   const ArchiveResult result = SerializeFilter(archive, filter, answers, true);
-  // An element takes at most 64 times as much memory as its shortest record takes in the file.
-  EXPECT_LE(meter.PeakBytes(), 4096 + 64 * bytes.size());
+  // An element takes at most 64 times as much memory as its shortest record takes in the file, and
+  // a list that grows holds its elements twice for a moment.
+  EXPECT_LE(meter.PeakBytes(), 4096 + 3 * 64 * bytes.size());
   if (!result.Ok()) {
     EXPECT_FALSE(result.Field.empty());
     EXPECT_LE(result.Offset, bytes.size());

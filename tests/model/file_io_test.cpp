@@ -1,5 +1,6 @@
 #include "model/file_io.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -117,6 +118,16 @@ TEST(WriteFile, ADeviceIsWrittenToAndStaysOne) {
   const FileResult full = WriteFile("/dev/full", "too much");
   ASSERT_TRUE(full);
   EXPECT_EQ(full->Reason, "No space left on device");
+}
+
+TEST(WriteFile, ANameOfAnOwnDescriptorIsWrittenToWhereItStands) {
+  const TemporaryFolder folder;
+  const int descriptor = ::open(folder.Write("log", "").c_str(), O_WRONLY | O_APPEND);
+  ASSERT_EQ(::write(descriptor, "first ", 6), 6);
+  EXPECT_EQ(WriteFile("/dev/fd/" + std::to_string(descriptor), "second "), std::nullopt);
+  EXPECT_EQ(WriteFile("/proc/self/fd/" + std::to_string(descriptor), "third"), std::nullopt);
+  ::close(descriptor);
+  EXPECT_EQ(folder.Read("log"), "first second third");
 }
 
 TEST(WriteFile, APathWithoutAFolderIsInTheCurrentOne) {

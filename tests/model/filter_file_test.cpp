@@ -105,6 +105,18 @@ TEST(SavingAFilter, BeforeVersion6LosesItsFunctionsInTheFileOnly) {
   EXPECT_EQ(loaded.Functions.Count(), 0U);
 }
 
+TEST(LoadingAFilter, BeforeVersion6GivesAListOfFunctionsThatCanBeStoredAgain) {
+  Filter old;
+  old.FormatVersion = 5;
+  const std::string bytes = FilterFileBytes(old);
+  Filter filter;
+  filter.Functions.RecordVersion = 9;
+  Archive archive = Archive::Loading(bytes);
+  Answers answers;
+  ASSERT_TRUE(SerializeFilter(archive, filter, answers, false).Ok());
+  EXPECT_EQ(filter.Functions, FunctionList());
+}
+
 TEST(FilterFileBytes, NeitherRaisesTheVersionNorAsks) {
   Filter filter;
   filter.AutoIncrement = 1;

@@ -126,6 +126,15 @@ TEST(CopyingAFilter, AssignmentTakesEveryHeaderFieldAndListButLeavesTheRunWords)
   EXPECT_EQ(target.Rules.Count(), 0U);
 }
 
+TEST(CopyingAFilter, AFreshCopyIsNotInARun) {
+  Filter source;
+  source.Applying = 1;
+  source.Cancel = 1;
+  const Filter copy = source;
+  EXPECT_EQ(copy.Applying, 0);
+  EXPECT_EQ(copy.Cancel, 0);
+}
+
 TEST(CopyingASubpattern, CopiesItsOwnRecordVersion) {
   Subpattern source = Str("a");
   source.RecordVersion = 7;

@@ -45,6 +45,10 @@ TEST(ComputeMostSignificant, ListWeighsTenThroughItsLengthTruncated) {
   EXPECT_EQ(Of({List("abcdef"), List("abcdefghij")}).ComputeMostSignificant(), 0);  // 1 = 1
 }
 
+TEST(ComputeMostSignificant, EmptyCharacterCodeWeighsAsAnyOther) {
+  EXPECT_EQ(Of({List("ab"), Code("")}).ComputeMostSignificant(), 1);
+}
+
 TEST(ComputeMostSignificant, ListOfElevenOrNoneIsNeverChosen) {
   EXPECT_EQ(Of({List("abcdefghijk")}).ComputeMostSignificant(), -1);
   EXPECT_EQ(Of({List("")}).ComputeMostSignificant(), -1);

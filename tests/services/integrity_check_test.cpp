@@ -145,6 +145,21 @@ TEST(ErrorReport, NamesAreWrittenByteForByte) {
             "\t\x01\n\n\n");
 }
 
+TEST(ErrorReport, MarkersAmongTheNamesAreTakenForMarkers) {
+  // Only as the first finding of a Rule does this one mean anything.
+  EXPECT_EQ(ErrorReport("n",
+                        {"$NO*SET$", "$NO*SET$", "$NO*SET$", "$END*RULE$", "$END*ALL*RULES$",
+                         "$NO*SET$", "$NO*SET$", "$END*SET$"},
+                        "\n"),
+            "Error report for filter \"n\"\n\nRule \"$NO*SET$\":\nmissing referenced functions:\n"
+            "\t$NO*SET$\n\nSet \"$NO*SET$\":\nmissing referenced functions:\n\t$NO*SET$\n\n");
+}
+
+TEST(CollectFindings, EndMarkerTakesPartInTheRemovalOfDuplicates) {
+  EXPECT_EQ(CollectFindings(FilterOf({Calling("$END*RULE$", {Call("f(1)")})})),
+            (Findings{"$END*RULE$", "$NO*SET$", "f", "$END*ALL*RULES$"}));
+}
+
 TEST(ErrorReport, NothingFollowsTheEndOfAllSets) {
   EXPECT_EQ(ErrorReport("n",
                         {"$END*ALL*RULES$", "s", "f", "$END*SET$", "$END*ALL*SETS$", "t", "f",

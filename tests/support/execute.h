@@ -19,4 +19,9 @@ Execution Execute(const std::string& program, const std::vector<std::string>& ar
                   const std::string& input = {},
                   const std::vector<std::pair<std::string, std::string>>& environment = {});
 
+/// Runs the program on a terminal of its own and types the input there once the output holds
+/// type_after. Output is all that the terminal showed, line ends as CR LF; Errors stays empty.
+Execution ExecuteOnTerminal(const std::string& program, const std::vector<std::string>& arguments,
+                            const std::string& type_after = {}, const std::string& input = {});
+
 }  // namespace zarvo::testing

@@ -6,6 +6,7 @@
  *   fsync-folder synchronising a folder fails
  *   close        closing a file that was written to fails
  *   rename       renaming fails
+ *   rename-refused  renaming is refused, as in a folder where only owners may replace files
  * Anything but regular files, and folders for fsync-folder, works as ever. */
 #define _GNU_SOURCE
 #include <dlfcn.h>
@@ -82,8 +83,8 @@ int close(int descriptor) {
 int rename(const char* from, const char* to) {
   static int (*real)(const char*, const char*);
   if (real == NULL) real = (int (*)(const char*, const char*))dlsym(RTLD_NEXT, "rename");
-  if (fails("rename")) {
-    errno = EACCES;
+  if (fails("rename") || fails("rename-refused")) {
+    errno = fails("rename") ? EIO : EPERM;
     return -1;
   }
   return real(from, to);
