@@ -31,8 +31,9 @@ std::optional<std::string> AskPassword(const std::string& prompt) {
   const auto on_stop = ::signal(SIGTSTP, SIG_IGN);
   termios hidden = shown_settings;
   hidden.c_lflag &= ~static_cast<tcflag_t>(ECHO);
-  std::cerr << prompt << std::flush;
+  // Hidden before the prompt: what is typed as soon as that stands must neither show nor be lost.
   ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &hidden);
+  std::cerr << prompt << std::flush;
   std::string password;
   const bool read = static_cast<bool>(std::getline(std::cin, password));
   ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &shown_settings);
