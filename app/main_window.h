@@ -1,0 +1,100 @@
+// The main window: the document's header, its commands, and the way to all other windows.
+#pragma once
+
+#include <QDialog>
+#include <QPointer>
+#include <array>
+#include <memory>
+
+#include "app/document.h"
+#include "app/help_window.h"
+#include "app/object_editor.h"
+#include "ui/dialogs.h"
+#include "ui/lock_warning.h"
+#include "ui/preview_window.h"
+
+class QCheckBox;
+class QComboBox;
+class QLineEdit;
+class QMenu;
+class QShortcut;
+
+namespace Ui {
+class MainWindow;
+}
+
+namespace zarvo {
+
+class ByteLineEdit;
+
+/// Owns the document and every other window.
+class MainWindow : public QDialog {
+  Q_OBJECT
+
+ public:
+  /// installation_folder ends with a separator. The dialogs must outlive the window.
+  MainWindow(QString installation_folder, Dialogs& dialogs);
+  ~MainWindow() override;
+
+  [[nodiscard]] Document& CurrentDocument() { return document_; }
+  [[nodiscard]] PreviewWindow& Preview() { return *preview_; }
+
+  // The commands, each with all of its questions and messages.
+  void NewDocument();
+  void OpenDocument();
+  void Save();
+  void SaveAs();
+  void Exit();
+  void About();
+
+  /// Makes the file at this path the document: also when it can't be read, with what could.
+  void LoadDocument(const QString& path);
+  /// Puts the filter into the controls and applies what its lock hides.
+  void RefreshFields();
+  void RefreshTitle();
+
+  /// Escape, and what the close box comes to in the end.
+  void reject() override { Exit(); }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  enum EditorIndex { kRulesEditor, kFunctionsEditor, kSetsEditor, kEditorCount };
+
+  void ConnectCommands();
+  void ConnectFields();
+  void MakeMenus();
+  void MakeIcons();
+
+  // False when the command is to be abandoned.
+  [[nodiscard]] bool AskToSaveChanges();
+  void CommitField(QObject* field);
+  void CommitFocusedField();
+  void ClearSaved() { document_.Saved = false; }
+  // What the filter's lock hides is neither shown nor opened.
+  [[nodiscard]] bool IsHiddenByLock() const;
+  [[nodiscard]] bool IsLocked() const { return document_.Filter.Locked != 0; }
+  void RefuseChange();
+  void OnFlagClicked(const QCheckBox& box, std::int32_t& flag);
+  void OnLockClicked();
+  void OnSetPassword();
+  void ShowEditor(EditorIndex index, bool refresh);
+  void ShowPreview();
+  void PopUpBelow(QMenu& menu, const QWidget& button);
+  static void ShowOnTop(QWidget& window);
+
+  std::unique_ptr<Ui::MainWindow> ui_;
+  Dialogs& dialogs_;
+  Document document_;
+  LockWarning lock_warning_;
+  std::unique_ptr<PreviewWindow> preview_;
+  std::unique_ptr<HelpWindow> help_;
+  std::array<std::unique_ptr<ObjectEditor>, kEditorCount> editors_;
+  ByteLineEdit* type_edit_ = nullptr;
+  QMenu* save_menu_ = nullptr;
+  QMenu* help_menu_ = nullptr;
+};
+
+}  // namespace zarvo

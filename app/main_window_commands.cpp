@@ -1,0 +1,217 @@
+// The commands of the main window.
+#include <QDir>
+#include <QGuiApplication>
+#include <QMenu>
+
+#include "app/about_dialog.h"
+#include "app/main_window.h"
+#include "ui/password_dialogs.h"
+#include "ui/run_pump.h"
+#include "ui_main_window.h"
+
+namespace zarvo {
+namespace {
+
+constexpr std::string_view kFilterFiles = "Binary Zarvo filters (*.zvf)|*.zvf|All files (*.*)|*.*|";
+constexpr std::string_view kFilterExtension = "zvf";
+
+// While it lives the pointer says that the program is working.
+class WaitCursor {
+ public:
+  WaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+  ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }
+  WaitCursor(const WaitCursor&) = delete;
+  WaitCursor& operator=(const WaitCursor&) = delete;
+};
+
+// Asks the version questions in message boxes.
+class QuestionBoxes : public VersionQuestions {
+ public:
+  QuestionBoxes(Dialogs& dialogs, QWidget* parent) : dialogs_(dialogs), parent_(parent) {}
+
+  bool SaveInNewestFormat(std::int32_t own_version) override {
+    return Ask(SaveInNewestFormatText(own_version));
+  }
+  bool LoadNewerFormat(std::int32_t file_version) override {
+    return Ask(LoadNewerFormatText(file_version));
+  }
+
+ private:
+  bool Ask(const std::string& text) {
+    return dialogs_.Message(parent_, MessageIcon::Question, QString::fromStdString(text),
+                            MessageButtons::YesNo) == Answer::Yes;
+  }
+
+  Dialogs& dialogs_;
+  QWidget* parent_;
+};
+
+}  // namespace
+
+bool MainWindow::AskToSaveChanges() {
+  if (document_.Saved) return true;
+  const Answer answer =
+      dialogs_.Message(this, MessageIcon::Question,
+                       QStringLiteral("Would you like to save changes in current filter?"),
+                       MessageButtons::YesNoCancel);
+  if (answer == Answer::Cancel) return false;
+  // Where saving is given up on the way, the command goes on all the same.
+  if (answer == Answer::Yes) Save();
+  return true;
+}
+
+void MainWindow::NewDocument() {
+  if (!AskToSaveChanges()) return;
+  document_.Filter = Filter();
+  document_.Path.clear();
+  RefreshFields();
+  RefreshTitle();
+  for (const auto& editor : editors_) {
+    if (editor) editor->Reset();
+  }
+  preview_->ResetForNewDocument();
+  document_.Saved = true;
+  lock_warning_.Rearm();
+}
+
+void MainWindow::OpenDocument() {
+  if (!AskToSaveChanges()) return;
+  const std::optional<QString> path =
+      dialogs_.OpenFile(this, {kFilterFiles, kFilterExtension, QString()});
+  if (path) LoadDocument(*path);
+}
+
+void MainWindow::LoadDocument(const QString& path) {
+  const WaitCursor cursor;
+  // Before reading, so that the new path stands also after a failure.
+  document_.Path = path;
+  QuestionBoxes questions(dialogs_, this);
+  if (document_.Load(questions) == Document::Result::Failed) {
+    dialogs_.Message(this, MessageIcon::Exclamation,
+                     QStringLiteral("Error loading filter ") + QDir::toNativeSeparators(path),
+                     MessageButtons::Ok);
+  }
+  RefreshFields();
+  RefreshTitle();
+  for (const auto& editor : editors_) {
+    if (!editor) continue;
+    editor->Reset();
+    editor->SetLocked(IsLocked());
+  }
+  // The Functions editor's warning stays as it was: it is armed by the Lock box alone.
+  for (const EditorIndex index : {kRulesEditor, kSetsEditor}) {
+    if (editors_[index]) editors_[index]->RearmLockWarning();
+  }
+  lock_warning_.Rearm();
+  preview_->ResetForNewDocument();
+  document_.Saved = true;
+}
+
+void MainWindow::Save() {
+  CommitFocusedField();
+  if (document_.Path.isEmpty()) {
+    SaveAs();
+    return;
+  }
+  const WaitCursor cursor;
+  QuestionBoxes questions(dialogs_, this);
+  const Document::Result result = document_.Save(questions);
+  RefreshFields();
+  RefreshTitle();
+  if (result == Document::Result::Done) {
+    document_.Saved = true;
+  } else {
+    dialogs_.Message(
+        this, MessageIcon::Exclamation,
+        QStringLiteral("Error saving file ") + QDir::toNativeSeparators(document_.Path),
+        MessageButtons::Ok);
+  }
+}
+
+void MainWindow::SaveAs() {
+  CommitFocusedField();
+  const std::optional<QString> path =
+      dialogs_.SaveFile(this, {kFilterFiles, kFilterExtension, document_.Path});
+  if (!path) return;
+  document_.Path = *path;
+  Save();
+}
+
+void MainWindow::Exit() {
+  if (!AskToSaveChanges()) return;
+  QuitProgram();
+  hide();
+}
+
+void MainWindow::About() {
+  AboutDialog dialog(this);
+  dialog.exec();
+}
+
+void MainWindow::OnFlagClicked(const QCheckBox& box, std::int32_t& flag) {
+  if (IsLocked()) {
+    RefuseChange();
+    return;
+  }
+  flag = box.isChecked() ? 1 : 0;
+  ClearSaved();
+}
+
+void MainWindow::OnLockClicked() {
+  EnterPasswordDialog dialog(this);
+  if (dialog.exec() == QDialog::Accepted) {
+    const bool locked = ui_->lockBox->isChecked();
+    if (document_.Filter.CheckPassword(dialog.Password())) {
+      document_.Filter.Locked = locked ? 1 : 0;
+      ClearSaved();
+    } else {
+      dialogs_.Message(this, MessageIcon::Exclamation,
+                       QStringLiteral("Sorry, the password is incorrect"), MessageButtons::Ok);
+    }
+    for (const auto& editor : editors_) {
+      if (!editor) continue;
+      editor->SetLocked(IsLocked());
+      editor->RearmLockWarning();
+    }
+  }
+  RefreshFields();
+}
+
+void MainWindow::OnSetPassword() {
+  PasswordChangeDialog dialog(dialogs_, this);
+  if (dialog.exec() != QDialog::Accepted) return;
+  const bool changed = document_.Filter.ChangePassword(dialog.OldPassword(), dialog.NewPassword(),
+                                                       [] { return ProcessRandom().Next(); });
+  if (changed) {
+    dialogs_.Message(this, MessageIcon::Information, QStringLiteral("Password succesfuly changed."),
+                     MessageButtons::Ok);
+    ClearSaved();
+  } else {
+    dialogs_.Message(this, MessageIcon::Exclamation,
+                     QStringLiteral("You've provided incorrect old password. Try again."),
+                     MessageButtons::Ok);
+  }
+}
+
+void MainWindow::ShowEditor(EditorIndex index, bool refresh) {
+  if (IsHiddenByLock() || !editors_[index]) return;
+  if (refresh) editors_[index]->Refresh();
+  ShowOnTop(editors_[index]->Window());
+}
+
+void MainWindow::ShowPreview() {
+  preview_->Reset();
+  ShowOnTop(*preview_);
+}
+
+void MainWindow::ShowOnTop(QWidget& window) {
+  window.show();
+  window.raise();
+  window.activateWindow();
+}
+
+void MainWindow::PopUpBelow(QMenu& menu, const QWidget& button) {
+  menu.popup(button.mapToGlobal(QPoint(0, button.height())));
+}
+
+}  // namespace zarvo

@@ -1,0 +1,16 @@
+#include "app/settings.h"
+
+#include <QDir>
+#include <QSettings>
+
+namespace zarvo {
+
+QString InstallationFolder() {
+  const QSettings settings(QSettings::NativeFormat, QSettings::SystemScope,
+                           QStringLiteral("Tormelin"), QStringLiteral("Zarvo Composer"));
+  QString folder = settings.value(QStringLiteral("Path")).toString();
+  if (folder.isEmpty()) folder = QStringLiteral(".");
+  return folder + QDir::separator();
+}
+
+}  // namespace zarvo

@@ -1,0 +1,191 @@
+// A main window of its own for each test, and what a user does with it.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
+#include <QLineEdit>
+#include <QMenu>
+#include <QTest>
+#include <QTimer>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+#include "app/main_window.h"
+#include "model/filter_file.h"
+#include "tests/gui/scripted_dialogs.h"
+#include "tests/support/temporary_folder.h"
+#include "ui/byte_line_edit.h"
+#include "ui/byte_text.h"
+#include "ui/byte_text_edit.h"
+#include "ui/run_pump.h"
+
+namespace zarvo::testing {
+
+inline constexpr const char* kFilterFiles =
+    "Binary Zarvo filters (*.zvf)|*.zvf|All files (*.*)|*.*|";
+inline constexpr const char* kSaveQuestion = "Would you like to save changes in current filter?";
+inline constexpr const char* kLockWarning =
+    "This module is locked. You must unlock it before attempting to make any changes.";
+inline const QString kUntitled = QStringLiteral("Untitled - Zarvo Composer");
+
+/// The control of this name, which must be there.
+template <typename Control>
+Control& Find(const QWidget& window, const char* name) {
+  auto* control = window.findChild<Control*>(QString::fromLatin1(name));
+  if (control == nullptr) throw std::runtime_error(std::string("no control ") + name);
+  return *control;
+}
+
+/// Waits until the keyboard goes to this window.
+inline void Activate(QWidget& window) {
+  ASSERT_TRUE(QTest::qWaitFor([&window] {
+    if (QApplication::activeWindow() != &window) window.activateWindow();
+    return QApplication::activeWindow() == &window;
+  })) << window.objectName().toStdString();
+}
+
+/// A click where every kind of button takes it.
+inline void Click(QWidget& control) {
+  ASSERT_TRUE(control.isVisible()) << control.objectName().toStdString();
+  ASSERT_TRUE(control.isEnabled()) << control.objectName().toStdString();
+  Activate(*control.window());
+  QTest::mouseClick(&control, Qt::LeftButton, {}, QPoint(8, control.height() / 2));
+}
+
+/// Types at the keyboard, one key after the other, into what has the focus.
+inline void TypeInto(QWidget& control, const QString& text) {
+  ASSERT_TRUE(control.isEnabled()) << control.objectName().toStdString();
+  Activate(*control.window());
+  control.setFocus(Qt::TabFocusReason);
+  ASSERT_EQ(QApplication::focusWidget(), &control) << control.objectName().toStdString();
+  QTest::keyClicks(&control, text);
+}
+
+inline void SelectAllAndType(QWidget& control, const QString& text) {
+  TypeInto(control, {});
+  QTest::keyClick(&control, Qt::Key_A, Qt::ControlModifier);
+  TypeInto(control, text);
+}
+
+/// Does this with the next modal dialog of this kind, which must be closed by it.
+template <typename Dialog>
+void WithNextDialog(std::function<void(Dialog&)> action) {
+  auto* timer = new QTimer(qApp);
+  QObject::connect(timer, &QTimer::timeout, timer, [timer, action = std::move(action)] {
+    auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr) return;
+    timer->stop();
+    timer->deleteLater();
+    Activate(*dialog);
+    action(*dialog);
+    if (!dialog->isVisible()) return;
+    ADD_FAILURE() << "the dialog stayed open";
+    dialog->done(QDialog::Rejected);
+  });
+  timer->start(0);
+}
+
+/// The window is shown and active, and the code page windows-1252.
+class MainWindowFixture : public ::testing::Test {
+ protected:
+  MainWindowFixture() {
+    SetWindowCodePage(CodePage::Find("windows-1252").value());
+    window_ = std::make_unique<MainWindow>(QString::fromStdString(folder_.Path() + "/"), dialogs_);
+    window_->move(20, 20);
+    window_->show();
+    Activate(*window_);
+  }
+
+  template <typename Control = QWidget>
+  Control& Get(const char* name) {
+    return Find<Control>(*window_, name);
+  }
+  QString TextOf(const char* name) { return Get<QLineEdit>(name).text(); }
+  bool IsChecked(const char* name) { return Get<QCheckBox>(name).isChecked(); }
+  void ClickOn(const char* name) { Click(Get(name)); }
+  void Type(const char* name, const char* text) {
+    SelectAllAndType(Get(name), QString::fromLatin1(text));
+  }
+  /// Moves the focus to a button, which commits the field that had it.
+  void LeaveField() { Get("exitButton").setFocus(Qt::TabFocusReason); }
+  void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    QTest::keyClick(window_->focusWidget() ? window_->focusWidget() : window_.get(), key,
+                    modifiers);
+  }
+
+  Document& Doc() { return window_->CurrentDocument(); }
+  zarvo::Filter& TheFilter() { return Doc().Filter; }
+  std::string Caption() { return window_->windowTitle().toStdString(); }
+
+  QString PathOf(const char* name) { return QString::fromStdString(folder_.File(name)); }
+  QString WriteFilter(const char* name, zarvo::Filter filter) {
+    return QString::fromStdString(folder_.Write(name, FilterFileBytes(filter)));
+  }
+  zarvo::Filter ReadFilter(const char* name) {
+    struct : VersionQuestions {
+      bool SaveInNewestFormat(std::int32_t) override { return false; }
+      bool LoadNewerFormat(std::int32_t) override { return false; }
+    } no;
+    const std::string bytes = folder_.Read(name);
+    zarvo::Filter filter;
+    Archive archive = Archive::Loading(bytes);
+    const ArchiveResult result = SerializeFilter(archive, filter, no, true);
+    EXPECT_TRUE(result.Ok()) << result.Message();
+    return filter;
+  }
+  static zarvo::Filter Named(const char* name) {
+    zarvo::Filter filter;
+    filter.Name = name;
+    return filter;
+  }
+  void LockFilter(bool show_in_editor = false) {
+    TheFilter().Locked = 1;
+    TheFilter().ShowInEditorWhenLocked = show_in_editor ? 1 : 0;
+    window_->RefreshFields();
+  }
+
+  void ExpectSaveQuestion(Answer answer) {
+    dialogs_.ExpectMessage(MessageIcon::Question, kSaveQuestion, MessageButtons::YesNoCancel,
+                           answer);
+  }
+  void ExpectLockWarning() {
+    dialogs_.ExpectMessage(MessageIcon::Exclamation, kLockWarning, MessageButtons::Ok, Answer::Ok);
+  }
+  void ExpectExclamation(const std::string& text) {
+    dialogs_.ExpectMessage(MessageIcon::Exclamation, text, MessageButtons::Ok, Answer::Ok);
+  }
+  void ExpectOpen(std::optional<QString> path) {
+    dialogs_.ExpectOpen(kFilterFiles, "zvf", std::move(path));
+  }
+  void ExpectSaveAs(const QString& initial_name, std::optional<QString> path) {
+    dialogs_.ExpectSave(kFilterFiles, "zvf", initial_name, std::move(path));
+  }
+
+  /// Runs the program's event loop, and this in it. The program's exit code, or nothing when the
+  /// program went on.
+  static std::optional<int> RunProgram(const std::function<void()>& action) {
+    constexpr int kWentOn = 99;
+    QObject turn;  // what is still to be done ends with it
+    QTimer::singleShot(0, &turn, [&] {
+      action();
+      QTimer::singleShot(0, &turn, [] { QCoreApplication::exit(kWentOn); });
+    });
+    const int code = QApplication::exec();
+    return code == kWentOn ? std::nullopt : std::optional<int>(code);
+  }
+
+  TemporaryFolder folder_;
+  ScriptedDialogs dialogs_;
+  std::unique_ptr<MainWindow> window_;
+};
+
+}  // namespace zarvo::testing

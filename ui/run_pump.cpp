@@ -1,0 +1,42 @@
+#include "ui/run_pump.h"
+
+#include <QCoreApplication>
+
+#include "ui/byte_text.h"
+
+namespace zarvo {
+namespace {
+
+bool is_quitting = false;
+int runs_in_progress = 0;
+
+}  // namespace
+
+bool ProgramIsQuitting() { return is_quitting; }
+
+void QuitProgram() {
+  is_quitting = true;
+  QCoreApplication::exit(runs_in_progress > 0 ? 1 : 0);
+}
+
+RunPump::RunPump(Dialogs& dialogs, QWidget* parent) : dialogs_(dialogs), parent_(parent) {
+  ++runs_in_progress;
+  since_last_pump_.start();
+}
+
+RunPump::~RunPump() { --runs_in_progress; }
+
+bool RunPump::Pump() {
+  constexpr qint64 kInterval = 5;
+  if (is_quitting) return false;
+  if (since_last_pump_.elapsed() < kInterval) return true;
+  QCoreApplication::processEvents();
+  since_last_pump_.start();
+  return !is_quitting;
+}
+
+void RunPump::ShowMessage(const std::string& text) {
+  dialogs_.Message(parent_, MessageIcon::Stop, FromBytes(text), MessageButtons::Ok);
+}
+
+}  // namespace zarvo

@@ -1,0 +1,36 @@
+// Keeps the windows alive while a filter runs.
+#pragma once
+
+#include <QElapsedTimer>
+
+#include "engine/run_host.h"
+#include "ui/dialogs.h"
+
+class QWidget;
+
+namespace zarvo {
+
+/// True from the moment the main window has closed for good; runs stop then.
+[[nodiscard]] bool ProgramIsQuitting();
+/// Marks the program as quitting and ends its event loop: with 1 when a run is in progress, else 0.
+void QuitProgram();
+
+/// Counts as a run in progress while it lives. Handles the waiting events at most every 5 ms.
+class RunPump : public RunHost {
+ public:
+  /// Messages of the run have this window as their parent.
+  RunPump(Dialogs& dialogs, QWidget* parent);
+  ~RunPump() override;
+  RunPump(const RunPump&) = delete;
+  RunPump& operator=(const RunPump&) = delete;
+
+  bool Pump() override;
+  void ShowMessage(const std::string& text) override;
+
+ private:
+  Dialogs& dialogs_;
+  QWidget* parent_;
+  QElapsedTimer since_last_pump_;
+};
+
+}  // namespace zarvo
