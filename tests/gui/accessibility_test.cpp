@@ -181,9 +181,7 @@ TEST_P(EveryWindow, ReachesEveryControlByTabAlone) {
   for (const QWidget* widget : to_reach) ADD_FAILURE() << "not reached: " << Describe(*widget);
 }
 
-class EveryDialog : public EveryWindow {};
-
-TEST_P(EveryDialog, ReachesItsControlsByShiftTabInTheOppositeOrder) {
+TEST_P(EveryWindow, ReachesItsControlsByShiftTabInTheOppositeOrder) {
   std::vector<QWidget*> order;
   do {
     order.push_back(Window().focusWidget());
@@ -225,14 +223,7 @@ std::string NameOfCase(const ::testing::TestParamInfo<WindowCase>& window) {
   return window.param.Name;
 }
 
-std::vector<WindowCase> AllDialogs() {
-  std::vector<WindowCase> windows = AllWindows();
-  windows.erase(windows.begin());
-  return windows;
-}
-
 INSTANTIATE_TEST_SUITE_P(All, EveryWindow, ::testing::ValuesIn(AllWindows()), NameOfCase);
-INSTANTIATE_TEST_SUITE_P(All, EveryDialog, ::testing::ValuesIn(AllDialogs()), NameOfCase);
 
 // ---- The names themselves
 
