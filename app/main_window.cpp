@@ -10,7 +10,7 @@
 #include "app/caption.h"
 #include "ui/accessible_names.h"
 #include "ui/byte_text.h"
-#include "ui/leading_integer.h"
+#include "app/services/leading_integer.h"
 #include "ui/run_pump.h"
 #include "ui_main_window.h"
 

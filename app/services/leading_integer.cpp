@@ -1,4 +1,4 @@
-#include "ui/leading_integer.h"
+#include "app/services/leading_integer.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,4 +1,4 @@
-// Numbers that users type.
+// Numbers in texts that people write.
 #pragma once
 
 #include <cstdint>
