@@ -1,6 +1,7 @@
 #include "app/main_window.h"
 
 #include <QCloseEvent>
+#include <QFile>
 #include <QMenu>
 #include <QRegularExpressionValidator>
 #include <QShortcut>
@@ -8,10 +9,15 @@
 #include <vector>
 
 #include "app/caption.h"
+#include "app/services/leading_integer.h"
+#include "app/settings.h"
 #include "ui/accessible_names.h"
 #include "ui/byte_text.h"
-#include "app/services/leading_integer.h"
+#include "ui/functions_editor.h"
+#include "ui/plain_text.h"
+#include "ui/rules_editor.h"
 #include "ui/run_pump.h"
+#include "ui/sets_editor.h"
 #include "ui_main_window.h"
 
 namespace zarvo {
@@ -30,6 +36,8 @@ std::string_view Latin1(const QByteArray& bytes) {
 MainWindow::MainWindow(QString installation_folder, Dialogs& dialogs)
     : ui_(std::make_unique<Ui::MainWindow>()),
       dialogs_(dialogs),
+      library_(QFile::encodeName(installation_folder).toStdString(),
+               QFile::encodeName(UserDataFolder()).toStdString()),
       lock_warning_(dialogs),
       preview_(std::make_unique<PreviewWindow>(document_.Filter, dialogs)),
       help_(std::make_unique<HelpWindow>(std::move(installation_folder), dialogs, this)) {
@@ -47,6 +55,7 @@ MainWindow::MainWindow(QString installation_folder, Dialogs& dialogs)
   NameControlsByLabels(*this);
   MakeIcons();
   MakeMenus();
+  MakeEditors();
   ConnectCommands();
   ConnectFields();
   RefreshFields();
@@ -84,6 +93,22 @@ void MainWindow::MakeMenus() {
                         [this] { help_->ShowContents(kProgramHelp); });
   help_menu_->addAction(tr("About this window"), this,
                         [this] { help_->ShowTopic(kProgramHelp, kMainWindowTopic); });
+}
+
+void MainWindow::MakeEditors() {
+  const EditorHost host = {
+      .Services = {dialogs_, library_,
+                   [this](int context) { help_->ShowTopic(kProgramHelp, context); }},
+      .Filter = document_.Filter,
+      .MarkModified = [this] { ClearSaved(); },
+      .ShowCounts = [this] { RefreshCounts(); },
+      .AutoUpdatePreview =
+          [this] {
+            if (ui_->autoUpdateBox->isChecked()) preview_->Update();
+          }};
+  editors_[kRulesEditor] = std::make_unique<RulesEditor>(host);
+  editors_[kFunctionsEditor] = std::make_unique<FunctionsEditor>(host);
+  editors_[kSetsEditor] = std::make_unique<SetsEditor>(host);
 }
 
 void MainWindow::ConnectCommands() {
@@ -150,9 +175,7 @@ void MainWindow::RefreshFields() {
   ui_->autoIncrementBox->setChecked(filter.AutoIncrement != 0);
   ui_->showWhenLockedBox->setChecked(filter.ShowInEditorWhenLocked != 0);
   ui_->lockBox->setChecked(filter.Locked != 0);
-  ui_->rulesCount->setText(QString::number(filter.Rules.Count()));
-  ui_->functionsCount->setText(QString::number(filter.Functions.Count()));
-  ui_->setsCount->setText(QString::number(filter.Sets.Count()));
+  RefreshCounts();
   // Functions stay open to view: their own command refuses instead.
   const bool is_hidden = IsHiddenByLock();
   if (is_hidden) {
@@ -165,11 +188,14 @@ void MainWindow::RefreshFields() {
   ui_->mergeButton->setEnabled(!is_hidden);
 }
 
-void MainWindow::RefreshTitle() {
-  // The toolkit would take "[*]" for its own mark.
-  setWindowTitle(
-      CaptionForPath(document_.Path).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
+void MainWindow::RefreshCounts() {
+  const Filter& filter = document_.Filter;
+  ui_->rulesCount->setText(QString::number(filter.Rules.Count()));
+  ui_->functionsCount->setText(QString::number(filter.Functions.Count()));
+  ui_->setsCount->setText(QString::number(filter.Sets.Count()));
 }
+
+void MainWindow::RefreshTitle() { setWindowTitle(PlainTitle(CaptionForPath(document_.Path))); }
 
 bool MainWindow::IsHiddenByLock() const {
   return IsLocked() && document_.Filter.ShowInEditorWhenLocked == 0;

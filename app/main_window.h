@@ -8,9 +8,10 @@
 
 #include "app/document.h"
 #include "app/help_window.h"
-#include "app/object_editor.h"
+#include "app/services/subpattern_library.h"
 #include "ui/dialogs.h"
 #include "ui/lock_warning.h"
+#include "ui/object_editor.h"
 #include "ui/preview_window.h"
 
 class QCheckBox;
@@ -52,6 +53,7 @@ class MainWindow : public QDialog {
   /// Puts the filter into the controls and applies what its lock hides.
   void RefreshFields();
   void RefreshTitle();
+  void RefreshCounts();
 
   /// Escape, and what the close box comes to in the end.
   void reject() override { Exit(); }
@@ -67,6 +69,7 @@ class MainWindow : public QDialog {
   void ConnectFields();
   void MakeMenus();
   void MakeIcons();
+  void MakeEditors();
 
   // False when the command is to be abandoned.
   [[nodiscard]] bool AskToSaveChanges();
@@ -88,6 +91,7 @@ class MainWindow : public QDialog {
   std::unique_ptr<Ui::MainWindow> ui_;
   Dialogs& dialogs_;
   Document document_;
+  SubpatternLibrary library_;
   LockWarning lock_warning_;
   std::unique_ptr<PreviewWindow> preview_;
   std::unique_ptr<HelpWindow> help_;

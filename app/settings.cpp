@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QSettings>
+#include <QStandardPaths>
 
 namespace zarvo {
 
@@ -11,6 +12,10 @@ QString InstallationFolder() {
   QString folder = settings.value(QStringLiteral("Path")).toString();
   if (folder.isEmpty()) folder = QStringLiteral(".");
   return folder + QDir::separator();
+}
+
+QString UserDataFolder() {
+  return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QDir::separator();
 }
 
 }  // namespace zarvo

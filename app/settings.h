@@ -1,4 +1,4 @@
-// The one setting of the machine: where the program's own files are.
+// Where the program's own files are: by the one setting of the machine, and for each user.
 #pragma once
 
 #include <QString>
@@ -9,5 +9,9 @@ namespace zarvo {
 /// separator behind it, so that names of files are simply appended. A missing or empty value means
 /// the current folder.
 [[nodiscard]] QString InstallationFolder();
+
+/// The folder of the user's own copies of files, with the platform's separator behind it. It need
+/// not exist.
+[[nodiscard]] QString UserDataFolder();
 
 }  // namespace zarvo

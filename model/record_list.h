@@ -24,8 +24,11 @@ struct RecordList {
   Element& operator[](std::size_t position) { return Elements[position]; }
   const Element& operator[](std::size_t position) const { return Elements[position]; }
 
-  void Append(Element element) { Elements.push_back(std::move(element)); }
+  // Lists of other versions are stored as their number alone, so one that gets an element by a user
+  // becomes one of the newest version.
+  void Append(Element element) { InsertBefore(Count(), std::move(element)); }
   void InsertBefore(std::size_t position, Element element) {
+    RecordVersion = kNewestRecordVersion;
     Elements.insert(At(position), std::move(element));
   }
   void RemoveAt(std::size_t position) { Elements.erase(At(position)); }

@@ -1,0 +1,128 @@
+#include "ui/functions_editor.h"
+
+#include <QButtonGroup>
+#include <QSignalBlocker>
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <limits>
+#include <utility>
+#include <vector>
+
+#include "ui/byte_text.h"
+#include "ui_functions_editor.h"
+
+namespace zarvo {
+namespace {
+
+constexpr std::string_view kFunctionFiles =
+    "Binary Zarvo functions (*.ZarvoFunction)|*.ZarvoFunction|All files (*.*)|*.*|";
+
+EditorKind FunctionKind() {
+  return {.Caption = QStringLiteral("Functions"),
+          .CaptionHasFilterName = false,
+          .HelpContext = 107,
+          .DeleteQuestion = QStringLiteral("Do you really want to delete function "),
+          .NewName = NewFunctionName,
+          .ImportFilters = kFunctionFiles,
+          .ExportFilters = kFunctionFiles,
+          .Extension = "ZarvoFunction",
+          .UpdatesPreview = false,
+          .ReloadsOnTabClick = false,
+          .StoresNameOnLeaving = false};
+}
+
+}  // namespace
+
+std::string PairLine(const FunctionEntry& entry) {
+  return entry.Argument + " \x97> " + entry.Value;
+}
+
+std::string NewFunctionName(std::size_t count) {
+  constexpr int kBase = 14;
+  std::array<char, std::numeric_limits<std::size_t>::digits> digits{};
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), count, kBase).ptr;
+  return "Function " + std::string(digits.data(), end);
+}
+
+FunctionsEditor::FunctionsEditor(EditorHost host)
+    : ObjectEditorWindow(host, FunctionKind(),
+                         std::make_unique<EditedListOf<Function>>(host.Filter.Functions)),
+      ui_(std::make_unique<Ui::FunctionsEditor>()) {
+  ui_->setupUi(this);
+  AdoptControls({.Tabs = ui_->functionTabs,
+                 .Name = ui_->nameEdit,
+                 .New = ui_->newButton,
+                 .Delete = ui_->deleteButton,
+                 .Export = ui_->exportButton,
+                 .Import = ui_->importButton,
+                 .Help = ui_->helpButton,
+                 .Object = ui_->functionPanel});
+  for (const QRadioButton* radio : {ui_->emptyRadio, ui_->argumentRadio}) {
+    connect(radio, &QRadioButton::toggled, this, [this](bool checked) {
+      if (checked) OnDefaultReturn();
+    });
+  }
+  connect(ui_->addPairButton, &QPushButton::clicked, this, &FunctionsEditor::OnAddPair);
+  connect(ui_->deletePairButton, &QPushButton::clicked, this, &FunctionsEditor::OnDeletePair);
+}
+
+FunctionsEditor::~FunctionsEditor() = default;
+
+void FunctionsEditor::LoadObject() {
+  std::vector<QSignalBlocker> blockers;
+  for (QWidget* control : std::initializer_list<QWidget*>{
+           ui_->argumentEdit, ui_->valueEdit, ui_->pairList, ui_->emptyRadio, ui_->argumentRadio}) {
+    blockers.emplace_back(control);
+  }
+  ui_->argumentEdit->clear();
+  ui_->valueEdit->clear();
+  ui_->pairList->clear();
+  // Any other number that a file holds checks neither.
+  ui_->returnGroup->setExclusive(false);
+  ui_->emptyRadio->setChecked(false);
+  ui_->argumentRadio->setChecked(false);
+  if (HasCurrent()) {
+    const Function& function = CurrentFunction();
+    for (const FunctionEntry& entry : function.Entries) {
+      ui_->pairList->addItem(FromBytes(PairLine(entry)));
+    }
+    ui_->emptyRadio->setChecked(function.DefaultReturnsArgument == Function::kReturnEmpty);
+    ui_->argumentRadio->setChecked(function.DefaultReturnsArgument == Function::kReturnArgument);
+  }
+  ui_->returnGroup->setExclusive(true);
+}
+
+template <typename Edit>
+void FunctionsEditor::Change(Edit edit) {
+  if (!HasCurrent() || RefuseAndReload()) return;
+  edit(CurrentFunction());
+  MarkEdited(CurrentFunction());
+  MarkModified();
+  Reload();
+}
+
+void FunctionsEditor::OnDefaultReturn() {
+  Change([this](Function& function) {
+    function.DefaultReturnsArgument =
+        ui_->emptyRadio->isChecked() ? Function::kReturnEmpty : Function::kReturnArgument;
+  });
+}
+
+void FunctionsEditor::OnAddPair() {
+  Change([this](Function& function) {
+    function.Entries.push_back({ui_->argumentEdit->Bytes(), ui_->valueEdit->Bytes()});
+  });
+}
+
+void FunctionsEditor::OnDeletePair() {
+  const int row = ui_->pairList->currentRow();
+  Change([row](Function& function) {
+    const auto position = static_cast<std::size_t>(row);
+    if (row >= 0 && position < function.Entries.size()) {
+      function.Entries.erase(function.Entries.begin() + row);
+    }
+  });
+}
+
+}  // namespace zarvo

@@ -1,0 +1,81 @@
+#include "ui/object_tabs.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+#include "ui/byte_text.h"
+#include "ui/plain_text.h"
+
+namespace zarvo {
+namespace {
+
+constexpr int kKeptSizes = 100000;
+
+}  // namespace
+
+ObjectTabs::ObjectTabs(QWidget* parent) : QTabBar(parent), sizes_(kKeptSizes) {
+  setElideMode(Qt::ElideNone);
+  setUsesScrollButtons(true);
+  setExpanding(false);
+  // However many tabs there are, they ask for no width: they scroll.
+  setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+}
+
+void ObjectTabs::SetCaptions(const std::vector<QString>& captions) {
+  const int wanted = static_cast<int>(captions.size());
+  while (count() > wanted) removeTab(count() - 1);
+  for (int i = 0; i < count(); ++i) SetCaption(i, captions[static_cast<std::size_t>(i)]);
+  while (count() < wanted) AppendCaption(captions[static_cast<std::size_t>(count())]);
+}
+
+void ObjectTabs::SetCaption(int position, const QString& caption) {
+  const QString text = PlainCaption(caption);
+  if (tabText(position) != text) setTabText(position, text);
+}
+
+void ObjectTabs::AppendCaption(const QString& caption) { addTab(PlainCaption(caption)); }
+
+QString ObjectTabs::Caption(int position) const {
+  return tabText(position).replace(QStringLiteral("&&"), QStringLiteral("&"));
+}
+
+QSize ObjectTabs::tabSizeHint(int index) const {
+  const QString caption = tabText(index);
+  if (const QSize* known = sizes_.object(caption)) return *known;
+  const QSize size = QTabBar::tabSizeHint(index);
+  sizes_.insert(caption, new QSize(size));
+  return size;
+}
+
+void ObjectTabs::mouseReleaseEvent(QMouseEvent* event) {
+  QTabBar::mouseReleaseEvent(event);
+  if (event->button() != Qt::LeftButton) return;
+  const int tab = tabAt(event->position().toPoint());
+  if (tab >= 0 && tab == currentIndex()) emit Chosen();
+}
+
+void ObjectTabs::keyPressEvent(QKeyEvent* event) {
+  const int before = currentIndex();
+  QTabBar::keyPressEvent(event);
+  if (currentIndex() != before) emit Chosen();
+}
+
+void ObjectTabs::wheelEvent(QWheelEvent* event) {
+  const int before = currentIndex();
+  QTabBar::wheelEvent(event);
+  if (currentIndex() != before) emit Chosen();
+}
+
+void ObjectTabs::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) sizes_.clear();
+  QTabBar::changeEvent(event);
+}
+
+QString ShortenedCaption(std::string_view name, std::size_t limit, std::size_t kept) {
+  if (name.size() < limit) return FromBytes(name);
+  return FromBytes(name.substr(0, kept)) + QStringLiteral("...");
+}
+
+QString TabCaption(std::string_view name) { return ShortenedCaption(name, 24, 20); }
+
+}  // namespace zarvo

@@ -1,0 +1,48 @@
+// The tab strip of the editors: one tab for each object of a list.
+#pragma once
+
+#include <QCache>
+#include <QTabBar>
+#include <string_view>
+#include <vector>
+
+namespace zarvo {
+
+/// A tab's size is computed once for each caption, so that thousands of tabs stay quick to fill and
+/// to change. Captions are plain text.
+class ObjectTabs : public QTabBar {
+  Q_OBJECT
+
+ public:
+  explicit ObjectTabs(QWidget* parent = nullptr);
+
+  /// As many tabs as captions, in their order. The selected position stays where there is one.
+  void SetCaptions(const std::vector<QString>& captions);
+  void SetCaption(int position, const QString& caption);
+  void AppendCaption(const QString& caption);
+  [[nodiscard]] QString Caption(int position) const;
+
+ signals:
+  /// The user clicked on a tab, even on the one that was selected already, or selected another one
+  /// by the keyboard or the wheel. The tab is selected by then.
+  void Chosen();
+
+ protected:
+  [[nodiscard]] QSize tabSizeHint(int index) const override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  mutable QCache<QString, QSize> sizes_;
+};
+
+/// The caption for an object's name: the name when it is shorter than 24 bytes, else its first 20
+/// and "...".
+[[nodiscard]] QString TabCaption(std::string_view name);
+
+/// The name when it is shorter than the limit, else as many of its first bytes as kept and "...".
+[[nodiscard]] QString ShortenedCaption(std::string_view name, std::size_t limit, std::size_t kept);
+
+}  // namespace zarvo
