@@ -164,8 +164,8 @@ TEST(WithInitialisationValue, AnEmptyFileGetsSectionAndKey) {
 }
 
 TEST(WithInitialisationValue, ReplacesTheFirstValueAndNothingElse) {
-  EXPECT_EQ(WithInitialisationValue("; c\r\n[T]\nk=0\r\n\n[s] x\r\nodd\r\n K =\told\t\nk=1\n[S]\nk=2",
-                                    "S", "k", "new"),
+  EXPECT_EQ(WithInitialisationValue(
+                "; c\r\n[T]\nk=0\r\n\n[s] x\r\nodd\r\n K =\told\t\nk=1\n[S]\nk=2", "S", "k", "new"),
             "; c\r\n[T]\nk=0\r\n\n[s] x\r\nodd\r\n K =\tnew\t\nk=1\n[S]\nk=2");
   EXPECT_EQ(WithInitialisationValue("[S]\nk='old'\n", "S", "k", "new"), "[S]\nk=new\n");
   EXPECT_EQ(WithInitialisationValue("[S]\nk=", "S", "k", "new"), "[S]\nk=new");
@@ -175,8 +175,7 @@ TEST(WithInitialisationValue, ReplacesTheFirstValueAndNothingElse) {
 TEST(WithInitialisationValue, NewKeyStandsBehindTheLastOfItsSection) {
   EXPECT_EQ(WithInitialisationValue("[S]\na=1\n; of a\n\n; of T\n[T]\n", "S", "k", "v"),
             "[S]\na=1\nk=v\n; of a\n\n; of T\n[T]\n");
-  EXPECT_EQ(WithInitialisationValue("[S]\n\n[T]\nk=0\n", "S", "k", "v"),
-            "[S]\nk=v\n\n[T]\nk=0\n");
+  EXPECT_EQ(WithInitialisationValue("[S]\n\n[T]\nk=0\n", "S", "k", "v"), "[S]\nk=v\n\n[T]\nk=0\n");
 }
 
 TEST(WithInitialisationValue, NewSectionStandsAtTheEnd) {
@@ -236,7 +235,7 @@ constexpr std::chrono::seconds kPatience(20);
 
 class HostileFile : public ::testing::Test {
  protected:
-  ~HostileFile() override { EXPECT_LT(std::chrono::steady_clock::now() - start_, kPatience); }
+  void TearDown() override { EXPECT_LT(std::chrono::steady_clock::now() - start_, kPatience); }
 
   std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
@@ -267,7 +266,8 @@ TEST_F(HostileFile, AMillionEqualKeys) {
 
 TEST_F(HostileFile, LongKeysThatDifferInTheirLastByte) {
   std::string text = "[S]\n";
-  for (int i = 0; i < 200; ++i) text += std::string(50'000, 'k') + static_cast<char>('0' + i) + "=\n";
+  for (int i = 0; i < 200; ++i)
+    text += std::string(50'000, 'k') + static_cast<char>('0' + i) + "=\n";
   EXPECT_EQ(Value(text, std::string(50'000, 'K') + "9"), "");
 }
 
