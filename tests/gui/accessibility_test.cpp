@@ -22,6 +22,7 @@
 #include "tests/gui/scripted_dialogs.h"
 #include "tests/support/temporary_folder.h"
 #include "ui/password_dialogs.h"
+#include "ui/predefined_dialog.h"
 #include "ui/preview_window.h"
 
 namespace zarvo {
@@ -68,6 +69,14 @@ std::vector<WindowCase> AllWindows() {
          stage.Window = std::move(window);
        }},
       {"About", [](Stage& stage) { stage.Window = std::make_unique<AboutDialog>(); }},
+      {"Predefined",
+       [](Stage& stage) {
+         stage.Folder.Write("Subpatterns.dat",
+                            "[General]\nStrings=1\n[Strings]\nName1=a\nString1=b\nRender1=c\n");
+         const SubpatternLibrary library(stage.Folder.Path() + "/", "");
+         stage.Window =
+             std::make_unique<PredefinedDialog>(library, LibrarySection::Strings, false, nullptr);
+       }},
       {"EnterPassword",
        [](Stage& stage) { stage.Window = std::make_unique<EnterPasswordDialog>(); }},
       {"PasswordChange",
