@@ -11,6 +11,7 @@
 #include "ui/accessible_names.h"
 #include "ui/byte_text.h"
 #include "app/services/leading_integer.h"
+#include "ui/pop_up_below.h"
 #include "ui/run_pump.h"
 #include "ui_main_window.h"
 
