@@ -5,14 +5,11 @@
 
 namespace zarvo {
 
-/// For tabs, menus and buttons, where an ampersand would underline the next character.
-[[nodiscard]] inline QString PlainCaption(QString text) {
-  return text.replace(QLatin1Char('&'), QStringLiteral("&&"));
-}
+/// For tabs, menus and buttons: an "&" is no mnemonic, and what would break the line or begin a
+/// column is a blank.
+[[nodiscard]] QString PlainCaption(QString text);
 
 /// For window titles, where "[*]" would be the mark of a modified document.
-[[nodiscard]] inline QString PlainTitle(QString text) {
-  return text.replace(QStringLiteral("[*]"), QStringLiteral("[*][*]"));
-}
+[[nodiscard]] QString PlainTitle(QString text);
 
 }  // namespace zarvo
