@@ -73,7 +73,8 @@ void PreviewWindow::Update() {
   // Whether it was completed or stopped, the text is what is to be shown.
   static_cast<void>(
       ApplyFilter({ProcessEngineState(), ProcessRandom(), pump}, filter_, text, &bar, nullptr));
-  ui_->modifiedEdit->SetBytes(text);
+  // Where the program ends nobody sees it any more, and a long text would keep the program waiting.
+  if (!ProgramIsQuitting()) ui_->modifiedEdit->SetBytes(text);
   SetBusy(false);
 }
 
