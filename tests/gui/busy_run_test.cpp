@@ -160,6 +160,7 @@ class BusyRunTest : public testing::MainWindowFixture {
 TEST_F(BusyRunTest, WindowPaintsAndShowsCancelInEveryRule) {
   PaintCounter pane(*Original().viewport());
   PaintCounter button(UpdateButton());
+  PaintCounter bar(Find<QProgressBar>(Preview(), "progressBar"));
   PaintCounter main_window(Get("nameEdit"));
   std::vector<int> paints_in_rule(std::size(kSubstitutions));
   Run([&] {
@@ -172,6 +173,7 @@ TEST_F(BusyRunTest, WindowPaintsAndShowsCancelInEveryRule) {
   });
   for (const int paints : paints_in_rule) EXPECT_GT(paints, 0);
   EXPECT_GT(button.Paints, 0);
+  EXPECT_GE(bar.Paints, kLastRule) << "each step is seen";
   EXPECT_GT(main_window.Paints, 0);
   ExpectModified(After({0, 1, 2, 3, 4, 5}));
 }
