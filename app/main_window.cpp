@@ -59,9 +59,10 @@ MainWindow::MainWindow(QString installation_folder, Dialogs& dialogs)
   setWindowFlag(Qt::WindowMinimizeButtonHint, true);
   type_edit_ = new ByteLineEdit(ui_->typeBox);
   type_edit_->setObjectName(QStringLiteral("typeEdit"));
-  ui_->typeBox->setLineEdit(type_edit_);
-  // Made last, it would stand last in the order of Shift+Tab.
+  // Made last, it would stand last in the order of Shift+Tab. Once it is the box's own, the toolkit
+  // takes it for the box's end, and would put it behind itself.
   setTabOrder(ui_->typeBox, type_edit_);
+  ui_->typeBox->setLineEdit(type_edit_);
   ui_->typeBox->setCompleter(nullptr);
   version_validator_ = new DigitsValidator(ui_->versionEdit);
   ui_->versionEdit->setValidator(version_validator_);
