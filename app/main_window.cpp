@@ -118,6 +118,8 @@ void MainWindow::ConnectCommands() {
   on_click(ui_->newButton, &MainWindow::NewDocument);
   on_click(ui_->openButton, &MainWindow::OpenDocument);
   on_click(ui_->saveButton, [this] { PopUpBelow(*save_menu_, *ui_->saveButton); });
+  on_click(ui_->mergeButton, &MainWindow::Merge);
+  on_click(ui_->checkButton, &MainWindow::CheckIntegrity);
   on_click(ui_->helpButton, [this] { PopUpBelow(*help_menu_, *ui_->helpButton); });
   on_click(ui_->aboutButton, &MainWindow::About);
   on_click(ui_->exitButton, &MainWindow::Exit);

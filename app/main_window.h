@@ -5,6 +5,8 @@
 #include <QPointer>
 #include <array>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "app/document.h"
 #include "app/help_window.h"
@@ -45,6 +47,8 @@ class MainWindow : public QDialog {
   void OpenDocument();
   void Save();
   void SaveAs();
+  void Merge();
+  void CheckIntegrity();
   void Exit();
   void About();
 
@@ -80,9 +84,13 @@ class MainWindow : public QDialog {
   [[nodiscard]] bool IsHiddenByLock() const;
   [[nodiscard]] bool IsLocked() const { return document_.Filter.Locked != 0; }
   void RefuseChange();
+  void ReportFileError(const QString& error, const QString& path);
   void OnFlagClicked(const QCheckBox& box, std::int32_t& flag);
   void OnLockClicked();
   void OnSetPassword();
+  // Whether the user may read this filter, which is asked for its password where it is locked.
+  [[nodiscard]] bool AskForPasswordOf(const Filter& source);
+  void WriteReport(const std::vector<std::string>& findings);
   void ShowEditor(EditorIndex index, bool refresh);
   void ShowPreview();
   void PopUpBelow(QMenu& menu, const QWidget& button);
