@@ -20,7 +20,9 @@
 #include "app/main_window.h"
 #include "model/filter.h"
 #include "tests/gui/scripted_dialogs.h"
+#include "tests/support/builders.h"
 #include "tests/support/temporary_folder.h"
+#include "ui/merge_dialog.h"
 #include "ui/password_dialogs.h"
 #include "ui/preview_window.h"
 
@@ -35,6 +37,7 @@ struct Stage {
   TemporaryFolder Folder;
   ScriptedDialogs Dialogs;
   Filter TheFilter;
+  FilterMerge Merge{TheFilter, testing::FilterOf({}, {testing::SetOf("s", {})})};
   std::unique_ptr<QDialog> Window;
 
   [[nodiscard]] QString FolderPath() const {
@@ -68,6 +71,8 @@ std::vector<WindowCase> AllWindows() {
          stage.Window = std::move(window);
        }},
       {"About", [](Stage& stage) { stage.Window = std::make_unique<AboutDialog>(); }},
+      {"Merge",
+       [](Stage& stage) { stage.Window = std::make_unique<MergeDialog>(stage.Merge, [] {}); }},
       {"EnterPassword",
        [](Stage& stage) { stage.Window = std::make_unique<EnterPasswordDialog>(); }},
       {"PasswordChange",
@@ -281,6 +286,23 @@ TEST(AccessibleNames, OfTheMainWindowAreItsLabelsWithoutColonsCaptionsAndToolTip
                                            {"helpButton", "Help"},
                                            {"aboutButton", "About Zarvo Composer"},
                                            {"exitButton", "Exit"}}) {
+    EXPECT_EQ(NameOf(window, object), name);
+  }
+}
+
+TEST(AccessibleNames, OfTheMergeDialogAreItsLabelsWithoutColonsCaptionsAndToolTips) {
+  Stage stage;
+  MergeDialog window(stage.Merge, [] {});
+  for (const auto& [object, name] :
+       std::initializer_list<NamedControl>{{"kindTabs", "Kind"},
+                                           {"existingList", "Existing"},
+                                           {"availableList", "Available"},
+                                           {"toAddList", "To add"},
+                                           {"addButton", "Add"},
+                                           {"removeButton", "Remove"},
+                                           {"okButton", "OK"},
+                                           {"cancelButton", "Cancel"},
+                                           {"helpButton", "Help"}}) {
     EXPECT_EQ(NameOf(window, object), name);
   }
 }
