@@ -44,12 +44,8 @@ MainWindow::MainWindow(QString installation_folder, Dialogs& dialogs)
   ui_->setupUi(this);
   setWindowFlag(Qt::WindowContextHelpButtonHint, false);
   setWindowFlag(Qt::WindowMinimizeButtonHint, true);
-  type_edit_ = new ByteLineEdit(ui_->typeBox);
+  type_edit_ = &ui_->typeBox->Edit();
   type_edit_->setObjectName(QStringLiteral("typeEdit"));
-  ui_->typeBox->setLineEdit(type_edit_);
-  // Made last, it would stand last in the order of Shift+Tab.
-  setTabOrder(ui_->typeBox, type_edit_);
-  ui_->typeBox->setCompleter(nullptr);
   ui_->versionEdit->setValidator(new QRegularExpressionValidator(
       QRegularExpression(QStringLiteral("-?[0-9]*")), ui_->versionEdit));
   NameControlsByLabels(*this);

@@ -294,8 +294,7 @@ TEST(AccessibleNames, OfTheMergeDialogAreItsLabelsWithoutColonsCaptionsAndToolTi
   Stage stage;
   MergeDialog window(stage.Merge, [] {});
   for (const auto& [object, name] :
-       std::initializer_list<NamedControl>{{"kindTabs", "Kind"},
-                                           {"existingList", "Existing"},
+       std::initializer_list<NamedControl>{{"existingList", "Existing"},
                                            {"availableList", "Available"},
                                            {"toAddList", "To add"},
                                            {"addButton", "Add"},
