@@ -199,6 +199,14 @@ TEST_P(EveryWindow, ReachesItsControlsByShiftTabInTheOppositeOrder) {
   }
 }
 
+// Otherwise the toolkit writes to freed memory when the window is destroyed.
+TEST_P(EveryWindow, HasAnOrderOfWidgetsThatIsWholeInBothDirections) {
+  for (const QWidget* widget : Widgets()) {
+    EXPECT_EQ(widget->nextInFocusChain()->previousInFocusChain(), widget) << Describe(*widget);
+    EXPECT_EQ(widget->previousInFocusChain()->nextInFocusChain(), widget) << Describe(*widget);
+  }
+}
+
 TEST_P(EveryWindow, GivesEachOfItsObjectsANameOfItsOwn) {
   std::set<std::string> names;
   for (const QWidget* widget : Widgets()) {
