@@ -9,7 +9,7 @@ class QTextBrowser;
 
 namespace zarvo {
 
-/// Shows the HTML files of the installation folder.
+/// Shows the HTML files of the installation folder. It can be read while a modal dialog is open.
 class HelpWindow : public QDialog {
   Q_OBJECT
 
@@ -21,8 +21,13 @@ class HelpWindow : public QDialog {
   void ShowContents(const QString& file_name);
   void ShowTopic(const QString& file_name, int context);
 
+  /// Shows a context number of the program's default help file: the one beside the program file,
+  /// which bears its name, or else the program's help in the installation folder.
+  void ShowDefaultTopic(const QString& program_file, int context);
+
  private:
-  void ShowAnchor(const QString& file_name, const QString& anchor);
+  void ShowAnchor(const QString& path, const QString& anchor);
+  void StandAboveDialogs();
 
   QString folder_;
   Dialogs& dialogs_;

@@ -57,13 +57,8 @@ MainWindow::MainWindow(QString installation_folder, Dialogs& dialogs)
   ui_->setupUi(this);
   setWindowFlag(Qt::WindowContextHelpButtonHint, false);
   setWindowFlag(Qt::WindowMinimizeButtonHint, true);
-  type_edit_ = new ByteLineEdit(ui_->typeBox);
+  type_edit_ = &ui_->typeBox->Edit();
   type_edit_->setObjectName(QStringLiteral("typeEdit"));
-  // Made last, it would stand last in the order of Shift+Tab. Once it is the box's own, the toolkit
-  // takes it for the box's end, and would put it behind itself.
-  setTabOrder(ui_->typeBox, type_edit_);
-  ui_->typeBox->setLineEdit(type_edit_);
-  ui_->typeBox->setCompleter(nullptr);
   version_validator_ = new DigitsValidator(ui_->versionEdit);
   ui_->versionEdit->setValidator(version_validator_);
   StopStrayWheel(*ui_->typeBox);
@@ -147,6 +142,8 @@ void MainWindow::ConnectCommands() {
   on_click(ui_->newButton, &MainWindow::NewDocument);
   on_click(ui_->openButton, &MainWindow::OpenDocument);
   on_click(ui_->saveButton, [this] { PopUpBelow(*save_menu_, *ui_->saveButton); });
+  on_click(ui_->mergeButton, &MainWindow::Merge);
+  on_click(ui_->checkButton, &MainWindow::CheckIntegrity);
   on_click(ui_->helpButton, [this] { PopUpBelow(*help_menu_, *ui_->helpButton); });
   on_click(ui_->aboutButton, &MainWindow::About);
   on_click(ui_->exitButton, &MainWindow::Exit);

@@ -5,6 +5,8 @@
 #include <QPointer>
 #include <array>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "app/document.h"
 #include "app/help_window.h"
@@ -48,6 +50,8 @@ class MainWindow : public QDialog {
   // False when the file couldn't be written. Giving up the choice of a path is no failure.
   bool Save();
   bool SaveAs();
+  void Merge();
+  void CheckIntegrity();
   void Exit();
   void About();
 
@@ -86,9 +90,13 @@ class MainWindow : public QDialog {
   void RefuseChange();
   // As RefuseChange, once the mouse is let go and no dialog is open.
   void RefuseChangeSoon();
+  void ReportFileError(const QString& error, const QString& path);
   void OnFlagClicked(const QCheckBox& box, std::int32_t& flag);
   void OnLockClicked();
   void OnSetPassword();
+  // Whether the user may read this filter, which is asked for its password where it is locked.
+  [[nodiscard]] bool AskForPasswordOf(const Filter& source);
+  void WriteReport(const std::vector<std::string>& findings);
   void ShowEditor(EditorIndex index, bool refresh);
   void ShowPreview();
   static void ShowOnTop(QWidget& window);

@@ -1,10 +1,15 @@
 // The commands of the main window.
 #include <QDir>
+#include <QFile>
 #include <QGuiApplication>
 #include <QMenu>
 
 #include "app/about_dialog.h"
 #include "app/main_window.h"
+#include "app/services/integrity_check.h"
+#include "app/services/merge_lists.h"
+#include "model/platform.h"
+#include "ui/merge_dialog.h"
 #include "ui/password_dialogs.h"
 #include "ui/run_pump.h"
 #include "ui_main_window.h"
@@ -14,6 +19,7 @@ namespace {
 
 constexpr std::string_view kFilterFiles = "Binary Zarvo filters (*.zvf)|*.zvf|All files (*.*)|*.*|";
 constexpr std::string_view kFilterExtension = "zvf";
+constexpr int kMergeTopic = 106;
 
 // While it lives the pointer says that the program is working.
 class WaitCursor {
@@ -47,6 +53,11 @@ class QuestionBoxes : public VersionQuestions {
 };
 
 }  // namespace
+
+void MainWindow::ReportFileError(const QString& error, const QString& path) {
+  dialogs_.Message(this, MessageIcon::Exclamation, error + u' ' + QDir::toNativeSeparators(path),
+                   MessageButtons::Ok);
+}
 
 bool MainWindow::AskToSaveChanges() {
   if (document_.Saved) return true;
@@ -87,9 +98,7 @@ void MainWindow::LoadDocument(const QString& path) {
   document_.Path = path;
   QuestionBoxes questions(dialogs_, this);
   if (document_.Load(questions) == Document::Result::Failed) {
-    dialogs_.Message(this, MessageIcon::Exclamation,
-                     QStringLiteral("Error loading filter ") + QDir::toNativeSeparators(path),
-                     MessageButtons::Ok);
+    ReportFileError(QStringLiteral("Error loading filter"), path);
   }
   RefreshFields();
   RefreshTitle();
@@ -118,10 +127,7 @@ bool MainWindow::Save() {
   if (result == Document::Result::Done) {
     document_.Saved = true;
   } else {
-    dialogs_.Message(
-        this, MessageIcon::Exclamation,
-        QStringLiteral("Error saving file ") + QDir::toNativeSeparators(document_.Path),
-        MessageButtons::Ok);
+    ReportFileError(QStringLiteral("Error saving file"), document_.Path);
   }
   return result == Document::Result::Done;
 }
@@ -133,6 +139,86 @@ bool MainWindow::SaveAs() {
   if (!path) return true;
   document_.Path = *path;
   return Save();
+}
+
+void MainWindow::Merge() {
+  if (IsLocked()) {
+    dialogs_.Message(this, MessageIcon::Exclamation,
+                     QStringLiteral("You can't merge any data to locked filter. Unlock current "
+                                    "filter and try again."),
+                     MessageButtons::Ok);
+    return;
+  }
+  const std::optional<QString> path =
+      dialogs_.OpenFile(this, {kFilterFiles, kFilterExtension, QString()});
+  if (!path) return;
+  Document source;
+  source.Path = *path;
+  const Document::Result result = [&] {
+    const WaitCursor cursor;
+    QuestionBoxes questions(dialogs_, this);
+    return source.Load(questions);
+  }();
+  if (result != Document::Result::Done) {
+    ReportFileError(QStringLiteral("Error loading filter"), *path);
+    return;
+  }
+  if (!AskForPasswordOf(source.Filter)) return;
+  FilterMerge merge(document_.Filter, std::move(source.Filter));
+  const auto show_help = [this] {
+    help_->ShowDefaultTopic(QCoreApplication::applicationFilePath(), kMergeTopic);
+  };
+  MergeDialog dialog(merge, show_help, this);
+  if (dialog.exec() != QDialog::Accepted) return;
+  merge.AppendTo(document_.Filter);
+  RefreshFields();
+  for (const auto& editor : editors_) {
+    if (editor) editor->Reset();
+  }
+  ClearSaved();
+}
+
+bool MainWindow::AskForPasswordOf(const Filter& source) {
+  if (source.Locked == 0) return true;
+  dialogs_.Message(this, MessageIcon::Information,
+                   QStringLiteral("The filter you have selected is locked. Press OK and enter "
+                                  "password for filter you're trying to merge."),
+                   MessageButtons::Ok);
+  EnterPasswordDialog dialog(this);
+  if (dialog.exec() != QDialog::Accepted) return false;
+  if (source.CheckPassword(dialog.Password())) return true;
+  dialogs_.Message(this, MessageIcon::Exclamation,
+                   QStringLiteral("Sorry, the password you've provided is wrong."),
+                   MessageButtons::Ok);
+  return false;
+}
+
+void MainWindow::CheckIntegrity() {
+  const std::vector<std::string> findings = CollectFindings(document_.Filter);
+  if (findings.empty()) {
+    dialogs_.Message(this, MessageIcon::Information, QStringLiteral("Filter OK."),
+                     MessageButtons::Ok);
+    return;
+  }
+  const Answer answer = dialogs_.Message(
+      this, MessageIcon::Question,
+      QStringLiteral("Some incorrect/unmatched references to sets/functions were found. Would you "
+                     "like to save the error report to the file \"report.txt\" (existing file will "
+                     "be overwritten)?"),
+      MessageButtons::YesNo);
+  if (answer == Answer::Yes) WriteReport(findings);
+}
+
+void MainWindow::WriteReport(const std::vector<std::string>& findings) {
+  const QString path = QDir::current().filePath(QStringLiteral("report.txt"));
+  const std::string report = ErrorReport(document_.Filter.Name, findings, kTextFileLineEnd);
+  // An old report must not be taken for this one.
+  if (WriteFile(QFile::encodeName(path).toStdString(), report)) {
+    ReportFileError(QStringLiteral("Error saving file"), path);
+    return;
+  }
+  if (dialogs_.OpenWithAssociatedProgram(path)) return;
+  ReportFileError(tr("No program can be started to show the file"), path);
 }
 
 void MainWindow::Exit() {

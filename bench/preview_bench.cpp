@@ -4,32 +4,16 @@
 
 #include <QApplication>
 #include <cstddef>
-#include <cstdlib>
 #include <string>
 
 #include "bench/sample_filter.h"
 #include "bench/sample_text.h"
+#include "tests/gui/no_dialogs.h"
 #include "ui/byte_text_edit.h"
-#include "ui/dialogs.h"
 #include "ui/preview_window.h"
 
 namespace zarvo {
 namespace {
-
-// No run here has anything to ask or to say.
-class NoDialogs : public Dialogs {
- public:
-  Answer Message(QWidget* /*parent*/, MessageIcon /*icon*/, const QString& /*text*/,
-                 MessageButtons /*buttons*/) override {
-    std::abort();
-  }
-  std::optional<QString> OpenFile(QWidget* /*parent*/, const FileRequest& /*request*/) override {
-    std::abort();
-  }
-  std::optional<QString> SaveFile(QWidget* /*parent*/, const FileRequest& /*request*/) override {
-    std::abort();
-  }
-};
 
 // Rules that all find something, the last of them as the first: each undoes what the one before it
 // did. "er" stands at about one byte in a hundred.
@@ -45,7 +29,7 @@ Filter MatchingFilter(std::size_t rules) {
 // range(0) bytes of text, and a Filter of range(1) Rules.
 void Update(benchmark::State& state, Filter (*make_filter)(std::size_t rules)) {
   Filter filter = make_filter(static_cast<std::size_t>(state.range(1)));
-  NoDialogs dialogs;
+  testing::NoDialogs dialogs;
   PreviewWindow preview(filter, dialogs);
   auto& original = *preview.findChild<ByteTextEdit*>(QStringLiteral("originalEdit"));
   auto& modified = *preview.findChild<ByteTextEdit*>(QStringLiteral("modifiedEdit"));

@@ -1,11 +1,13 @@
 #include "ui/dialogs.h"
 
+#include <QDesktopServices>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QStringList>
+#include <QUrl>
 
 namespace zarvo {
 namespace {
@@ -126,6 +128,10 @@ std::optional<QString> ToolkitDialogs::SaveFile(QWidget* parent, const FileReque
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setFileMode(QFileDialog::AnyFile);
   return AskForFile(dialog, request);
+}
+
+bool ToolkitDialogs::OpenWithAssociatedProgram(const QString& path) {
+  return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
 }
 
 QStringList ToolkitFilters(std::string_view filters) {

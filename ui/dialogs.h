@@ -24,8 +24,8 @@ struct FileRequest {
   QString InitialName;
 };
 
-/// All calls are modal and return when the user has answered. Texts are shown as they are, without
-/// markup.
+/// All calls but the last are modal and return when the user has answered. Texts are shown as they
+/// are, without markup.
 class Dialogs {
  public:
   virtual ~Dialogs() = default;
@@ -40,6 +40,9 @@ class Dialogs {
   virtual std::optional<QString> OpenFile(QWidget* parent, const FileRequest& request) = 0;
   /// The path to write to, or nothing after Cancel. Asks before an existing file is chosen.
   virtual std::optional<QString> SaveFile(QWidget* parent, const FileRequest& request) = 0;
+  /// Opens the file with the program that the system has for files of its kind, without waiting for
+  /// that program. False when none could be started.
+  virtual bool OpenWithAssociatedProgram(const QString& path) = 0;
 };
 
 /// The caption of message boxes and the name of the program.
@@ -53,6 +56,7 @@ class ToolkitDialogs : public Dialogs {
   void RunMessage(QWidget* parent, const QString& text) override;
   std::optional<QString> OpenFile(QWidget* parent, const FileRequest& request) override;
   std::optional<QString> SaveFile(QWidget* parent, const FileRequest& request) override;
+  bool OpenWithAssociatedProgram(const QString& path) override;
 };
 
 /// The toolkit's form of "Text files (*.txt)|*.txt|All files (*.*)|*.*|": one line a pair. The

@@ -26,6 +26,7 @@
 #include "tests/support/builders.h"
 #include "tests/support/temporary_folder.h"
 #include "ui/add_to_predefined_dialog.h"
+#include "ui/merge_dialog.h"
 #include "ui/password_dialogs.h"
 #include "ui/predefined_dialog.h"
 #include "ui/preview_window.h"
@@ -43,6 +44,7 @@ struct Stage {
   ScriptedDialogs Dialogs;
   Filter TheFilter;
   SubpatternLibrary Library{Folder.Path() + "/", ""};
+  FilterMerge Merge{TheFilter, testing::FilterOf({}, {testing::SetOf("s", {})})};
   std::unique_ptr<QDialog> Window;
 
   [[nodiscard]] QString FolderPath() const {
@@ -96,6 +98,8 @@ std::vector<WindowCase> AllWindows() {
          stage.Window = std::make_unique<PredefinedDialog>(stage.Library, LibrarySection::Strings,
                                                            false, nullptr);
        }},
+      {"Merge",
+       [](Stage& stage) { stage.Window = std::make_unique<MergeDialog>(stage.Merge, [] {}); }},
       {"EnterPassword",
        [](Stage& stage) { stage.Window = std::make_unique<EnterPasswordDialog>(); }},
       {"PasswordChange",
@@ -228,6 +232,14 @@ TEST_P(EveryWindow, ReachesItsControlsByShiftTabInTheOppositeOrder) {
   }
 }
 
+// Otherwise the toolkit writes to freed memory when the window is destroyed.
+TEST_P(EveryWindow, HasAnOrderOfWidgetsThatIsWholeInBothDirections) {
+  for (const QWidget* widget : Widgets()) {
+    EXPECT_EQ(widget->nextInFocusChain()->previousInFocusChain(), widget) << Describe(*widget);
+    EXPECT_EQ(widget->previousInFocusChain()->nextInFocusChain(), widget) << Describe(*widget);
+  }
+}
+
 TEST_P(EveryWindow, GivesEachOfItsObjectsANameOfItsOwn) {
   std::set<std::string> names;
   for (const QWidget* widget : Widgets()) {
@@ -315,6 +327,22 @@ TEST(AccessibleNames, OfTheMainWindowAreItsLabelsWithoutColonsCaptionsAndToolTip
                                            {"helpButton", "Help"},
                                            {"aboutButton", "About Zarvo Composer"},
                                            {"exitButton", "Exit"}}) {
+    EXPECT_EQ(NameOf(window, object), name);
+  }
+}
+
+TEST(AccessibleNames, OfTheMergeDialogAreItsLabelsWithoutColonsCaptionsAndToolTips) {
+  Stage stage;
+  MergeDialog window(stage.Merge, [] {});
+  for (const auto& [object, name] :
+       std::initializer_list<NamedControl>{{"existingList", "Existing"},
+                                           {"availableList", "Available"},
+                                           {"toAddList", "To add"},
+                                           {"addButton", "Add"},
+                                           {"removeButton", "Remove"},
+                                           {"okButton", "OK"},
+                                           {"cancelButton", "Cancel"},
+                                           {"helpButton", "Help"}}) {
     EXPECT_EQ(NameOf(window, object), name);
   }
 }

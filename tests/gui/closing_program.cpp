@@ -15,31 +15,11 @@
 #include <cstdlib>
 
 #include "app/start_up.h"
+#include "tests/gui/no_dialogs.h"
 #include "ui/byte_text_edit.h"
 
 namespace zarvo {
 namespace {
-
-// Nobody is there to answer.
-class NoDialogs : public Dialogs {
- public:
-  Answer Message(QWidget* /*parent*/, MessageIcon /*icon*/, const QString& text,
-                 MessageButtons /*buttons*/) override {
-    Refuse(text);
-  }
-  std::optional<QString> OpenFile(QWidget* /*parent*/, const FileRequest& /*request*/) override {
-    Refuse(QStringLiteral("open"));
-  }
-  std::optional<QString> SaveFile(QWidget* /*parent*/, const FileRequest& /*request*/) override {
-    Refuse(QStringLiteral("save"));
-  }
-
- private:
-  [[noreturn]] static void Refuse(const QString& text) {
-    static_cast<void>(std::fprintf(stderr, "unexpected dialog: %s\n", qPrintable(text)));
-    std::_Exit(3);
-  }
-};
 
 class Driver : public QObject {
  public:
@@ -94,7 +74,7 @@ int Main(int argc, char** argv) {
   QApplication::setQuitOnLastWindowClosed(false);
   const QStringList arguments = QApplication::arguments();
   if (arguments.size() != 5) return 3;
-  NoDialogs dialogs;
+  testing::NoDialogs dialogs;
   StartUp start_up(dialogs);
   start_up.Begin(arguments[1]);
   Driver driver(start_up.Window(), arguments[3].toInt(), arguments[4]);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
 #include <QLabel>
@@ -21,6 +22,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "app/help_window.h"
 #include "tests/gui/scripted_dialogs.h"
@@ -242,6 +244,36 @@ TEST_F(ToolkitFiles, SaveAsksBeforeAnExistingFileIsChosen) {
   EXPECT_EQ(dialogs_.SaveFile(nullptr, request_), Path("old.txt"));
 }
 
+// ---- Opening files with their programs
+
+// Takes what the system would be asked to open.
+class ProgramStarter : public QObject {
+  Q_OBJECT
+
+ public:
+  ProgramStarter() { QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "Start"); }
+  ~ProgramStarter() override { QDesktopServices::unsetUrlHandler(QStringLiteral("file")); }
+
+  std::vector<QString> Started;
+
+ public slots:
+  void Start(const QUrl& url) { Started.push_back(url.toLocalFile()); }
+};
+
+TEST(OpenWithAssociatedProgram, HandsTheFileToTheSystemWhateverItsName) {
+  ProgramStarter starter;
+  ToolkitDialogs dialogs;
+  const QString path = QStringLiteral("/a #b%20c \u017C?/report.txt");
+  EXPECT_TRUE(dialogs.OpenWithAssociatedProgram(path));
+  EXPECT_EQ(starter.Started, std::vector<QString>{path});
+}
+
+TEST(OpenWithAssociatedProgram, SaysSoWhereThereIsNone) {
+  // The platform of the tests starts no programs.
+  ASSERT_EQ(QGuiApplication::platformName(), "offscreen");
+  EXPECT_FALSE(ToolkitDialogs().OpenWithAssociatedProgram(QStringLiteral("/report.txt")));
+}
+
 // ---- The refusal of changes to a locked filter
 
 TEST(LockWarning, IsShownOnceUntilItIsArmedAgain) {
@@ -333,6 +365,27 @@ TEST_F(HelpWindowTest, ClosedItIsShownAgain) {
   EXPECT_TRUE(window_->isVisible());
 }
 
+TEST_F(HelpWindowTest, TheDefaultFileIsTheOneBesideTheProgramThatBearsItsName) {
+  const TemporaryFolder programs;
+  programs.Write("composer.html", "<h2><a name='topic-106'></a>Beside the program</h2>");
+  for (const char* name : {"composer", "composer.exe"}) {
+    window_->ShowContents(kReferenceHelp);
+    window_->ShowDefaultTopic(QString::fromStdString(programs.File(name)), 106);
+    EXPECT_EQ(Browser().toPlainText(), "Beside the program") << name;
+    EXPECT_EQ(Browser().source().fragment(), "topic-106");
+  }
+}
+
+TEST_F(HelpWindowTest, WithoutAFileBesideTheProgramTheDefaultIsInTheInstallationFolder) {
+  const TemporaryFolder programs;
+  window_->ShowDefaultTopic(QString::fromStdString(programs.File("composer")), 106);
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(window_.get()));
+  EXPECT_EQ(Browser().source().toLocalFile(),
+            QString::fromStdString(folder_.Path()) + '/' + kProgramHelp);
+  EXPECT_EQ(Browser().source().fragment(), "topic-106");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return FirstLine() == "Topic 106"; })) << FirstLine();
+}
+
 TEST_F(HelpWindowTest, AMissingFileGivesAMessageWithItsPathAndNoWindow) {
   dialogs_.ExpectMessage(MessageIcon::Exclamation,
                          "The help file " + folder_.File("Missing.html") + " can't be found.",
@@ -414,3 +467,5 @@ TEST(ToolkitMessage, ShowsAnArrowWhileTheProgramIsAtWork) {
 
 }  // namespace
 }  // namespace zarvo
+
+#include "dialogs_test.moc"

@@ -18,6 +18,8 @@ std::string FileCall(const std::string& kind, std::string_view filters, std::str
          ", initial name \"" + initial_name.toStdString() + "\"";
 }
 
+std::string ProgramCall(const QString& path) { return "open with program " + path.toStdString(); }
+
 }  // namespace
 
 void ScriptedDialogs::ExpectMessage(MessageIcon icon, const std::string& text,
@@ -35,6 +37,10 @@ void ScriptedDialogs::ExpectSave(const std::string& filters, const std::string& 
                                  const QString& initial_name, std::optional<QString> path) {
   script_.push_back(
       {FileCall("save", filters, extension, initial_name), Answer::Ok, std::move(path), {}});
+}
+
+void ScriptedDialogs::ExpectOpenWithProgram(const QString& path, bool started) {
+  script_.push_back({ProgramCall(path), started ? Answer::Yes : Answer::No, {}, {}});
 }
 
 ScriptedDialogs::Line ScriptedDialogs::Take(const std::string& call, Answer otherwise) {
@@ -71,6 +77,10 @@ std::optional<QString> ScriptedDialogs::SaveFile(QWidget* /*parent*/, const File
   return Take(FileCall("save", request.Filters, request.DefaultExtension, request.InitialName),
               Answer::Cancel)
       .Path;
+}
+
+bool ScriptedDialogs::OpenWithAssociatedProgram(const QString& path) {
+  return Take(ProgramCall(path), Answer::No).TheAnswer == Answer::Yes;
 }
 
 }  // namespace zarvo::testing

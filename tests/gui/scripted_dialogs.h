@@ -1,4 +1,5 @@
-// Answers message boxes and file dialogs by a script, and fails the test on anything else.
+// Answers message boxes and file dialogs, and starts no programs, by a script, and fails the test
+// on anything else.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -29,6 +30,9 @@ class ScriptedDialogs : public Dialogs {
   void ExpectSave(const std::string& filters, const std::string& extension,
                   const QString& initial_name, std::optional<QString> path);
 
+  /// The file is to be opened with its program; whether one could be started.
+  void ExpectOpenWithProgram(const QString& path, bool started);
+
   [[nodiscard]] bool IsDone() const { return script_.empty(); }
 
   Answer Message(QWidget* parent, MessageIcon icon, const QString& text,
@@ -37,6 +41,7 @@ class ScriptedDialogs : public Dialogs {
   void RunMessage(QWidget* parent, const QString& text) override;
   std::optional<QString> OpenFile(QWidget* parent, const FileRequest& request) override;
   std::optional<QString> SaveFile(QWidget* parent, const FileRequest& request) override;
+  bool OpenWithAssociatedProgram(const QString& path) override;
 
  private:
   struct Line {

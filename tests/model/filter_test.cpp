@@ -163,6 +163,17 @@ TEST(RecordList, AppendsInsertsRemovesAndKeepsTheOrder) {
   EXPECT_EQ(list.Count(), 0U);
 }
 
+TEST(RecordList, ListOfAnotherVersionIsOfTheNewestOnceItHasAnElement) {
+  SetList appended;
+  appended.RecordVersion = 2;
+  appended.Append(SetOf("a", {}));
+  EXPECT_EQ(appended.RecordVersion, 1);
+  SetList inserted;
+  inserted.RecordVersion = 0;
+  inserted.InsertBefore(0, SetOf("a", {}));
+  EXPECT_EQ(inserted.RecordVersion, 1);
+}
+
 TEST(RecordList, FindGivesTheFirstOfThatExactName) {
   SetList list;
   list.Append(SetOf("Name", {}));
