@@ -15,6 +15,7 @@
 #include "tests/support/golden_filters.h"
 #include "ui/icon_button.h"
 #include "ui/merge_dialog.h"
+#include "ui/object_tabs.h"
 #include "ui/password_dialogs.h"
 
 namespace zarvo {
@@ -118,6 +119,14 @@ void AddAll(const MergeDialog& dialog) {
 
 void PressOk(const MergeDialog& dialog) { Click(Find<QWidget>(dialog, "okButton")); }
 void PressCancel(const MergeDialog& dialog) { Click(Find<QWidget>(dialog, "cancelButton")); }
+
+// A window of its own, which is shown.
+QWidget& Editor(const char* name) {
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->isVisible() && window->objectName() == QLatin1String(name)) return *window;
+  }
+  throw std::runtime_error(std::string("no window ") + name);
+}
 
 class MergeTest : public testing::MainWindowFixture {
  protected:
@@ -630,6 +639,32 @@ TEST_F(MergeTest, DocumentsOwnFileCanBeMergedIntoIt) {
     PressOk(dialog);
   });
   EXPECT_EQ(NamesOf(TheFilter().Rules), Names({"r", "r"}));
+}
+
+TEST_F(MergeTest, OpenEditorsShowTheNewContentFromItsStart) {
+  LoadTarget();
+  TheFilter().Rules.Append(RuleNamed("last"));
+  for (const char* button : {"editRulesButton", "editFunctionsButton", "editSetsButton"}) {
+    ClickOn(button);
+  }
+  auto& rules = Find<ObjectTabs>(Editor("RulesEditor"), "ruleTabs");
+  const auto& functions = Find<ObjectTabs>(Editor("FunctionsEditor"), "functionTabs");
+  const auto& sets = Find<ObjectTabs>(Editor("SetsEditor"), "setTabs");
+  QTest::mouseClick(&rules, Qt::LeftButton, {}, rules.tabRect(1).center());
+  ASSERT_EQ(rules.currentIndex(), 1);
+  Doc().Saved = true;
+  Merge(Source(), [](MergeDialog& dialog) {
+    AddAll(dialog);
+    PressOk(dialog);
+  });
+  EXPECT_EQ(rules.count(), 4);
+  EXPECT_EQ(rules.Caption(3), "r2");
+  EXPECT_EQ(rules.currentIndex(), 0);
+  EXPECT_EQ(functions.count(), 3);
+  EXPECT_EQ(functions.Caption(2), "f2");
+  EXPECT_EQ(sets.count(), 3);
+  EXPECT_EQ(sets.Caption(2), "s2");
+  EXPECT_FALSE(Doc().Saved);
 }
 
 TEST_F(MergeTest, PreviewIsNotReset) {
