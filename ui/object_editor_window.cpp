@@ -69,8 +69,9 @@ void ObjectEditorWindow::AdoptControls(const CommonControls& controls) {
 }
 
 bool ObjectEditorWindow::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == controls_.Name && event->type() == QEvent::FocusOut && kind_.StoresNameOnLeaving &&
-      !ProgramIsQuitting() && static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason) {
+  if (watched == controls_.Name && event->type() == QEvent::FocusOut &&
+      kind_.ReloadsOnLeavingName && !ProgramIsQuitting() &&
+      static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason) {
     OnNameLeft();
   }
   return QDialog::eventFilter(watched, event);
@@ -186,11 +187,8 @@ void ObjectEditorWindow::OnNameTyped() {
 }
 
 void ObjectEditorWindow::OnNameLeft() {
-  if (!HasCurrent()) return;
-  const bool is_stored = controls_.Name->Bytes() == list_->NameAt(Current());
-  if (!is_stored && !Refuse()) StoreName();
-  // Not at once: a run of the Preview would handle the release of the mouse that took the focus
-  // before its press has reached the control under it.
+  // Each keystroke has stored the name already. Not at once: a run of the Preview would handle the
+  // release of the mouse that took the focus before its press has reached the control under it.
   QMetaObject::invokeMethod(this, &ObjectEditorWindow::ReloadWhileShown, Qt::QueuedConnection);
 }
 

@@ -1,7 +1,7 @@
 #include "ui/object_tabs.h"
 
-#include <QKeyEvent>
 #include <QMouseEvent>
+#include <utility>
 
 #include "ui/byte_text.h"
 #include "ui/plain_text.h"
@@ -19,6 +19,7 @@ ObjectTabs::ObjectTabs(QWidget* parent) : QTabBar(parent), sizes_(kKeptSizes) {
   setExpanding(false);
   // However many tabs there are, they ask for no width: they scroll.
   setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  connect(this, &QTabBar::currentChanged, this, &ObjectTabs::Chosen);
 }
 
 void ObjectTabs::SetCaptions(const std::vector<QString>& captions) {
@@ -47,23 +48,17 @@ QSize ObjectTabs::tabSizeHint(int index) const {
   return size;
 }
 
+void ObjectTabs::mousePressEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton) selected_at_press_ = currentIndex();
+  QTabBar::mousePressEvent(event);
+}
+
 void ObjectTabs::mouseReleaseEvent(QMouseEvent* event) {
   QTabBar::mouseReleaseEvent(event);
   if (event->button() != Qt::LeftButton) return;
+  const int pressed = std::exchange(selected_at_press_, -1);
   const int tab = tabAt(event->position().toPoint());
-  if (tab >= 0 && tab == currentIndex()) emit Chosen();
-}
-
-void ObjectTabs::keyPressEvent(QKeyEvent* event) {
-  const int before = currentIndex();
-  QTabBar::keyPressEvent(event);
-  if (currentIndex() != before) emit Chosen();
-}
-
-void ObjectTabs::wheelEvent(QWheelEvent* event) {
-  const int before = currentIndex();
-  QTabBar::wheelEvent(event);
-  if (currentIndex() != before) emit Chosen();
+  if (tab >= 0 && tab == currentIndex() && tab == pressed) emit Chosen();
 }
 
 void ObjectTabs::changeEvent(QEvent* event) {

@@ -23,19 +23,19 @@ class ObjectTabs : public QTabBar {
   [[nodiscard]] QString Caption(int position) const;
 
  signals:
-  /// The user clicked on a tab, even on the one that was selected already, or selected another one
-  /// by the keyboard or the wheel. The tab is selected by then.
+  /// Another tab was selected, by whatever way, or the user clicked on the selected one.
   void Chosen();
 
  protected:
   [[nodiscard]] QSize tabSizeHint(int index) const override;
+  void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
-  void wheelEvent(QWheelEvent* event) override;
   void changeEvent(QEvent* event) override;
 
  private:
   mutable QCache<QString, QSize> sizes_;
+  // The selected position when the mouse button went down; -1 while it is up.
+  int selected_at_press_ = -1;
 };
 
 /// The caption for an object's name: the name when it is shorter than 24 bytes, else its first 20
