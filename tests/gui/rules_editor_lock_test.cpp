@@ -301,7 +301,7 @@ TEST_F(RulesEditorLock, ItsWarningIsItsOwn) {
   ClickIn("newButton");
   ClickOn("editSetsButton");
   ExpectLockWarning();
-  testing::Click(Find<QWidget>(testing::TopLevel("SetsEditor"), "newButton"));
+  testing::Click(testing::Find<QWidget>(testing::TopLevel("SetsEditor"), "newButton"));
   ExpectLockWarning();
   ClickOn("autoIncrementBox");
   EXPECT_TRUE(dialogs_.IsDone());
