@@ -186,6 +186,12 @@ TEST_F(LockedStringEditor, RefusesPredefinedItems) {
   }
 }
 
+TEST_F(LockedStringEditor, RefusesAnItemThatStandsForNothingToo) {
+  folder_.Write("Subpatterns.dat", "[General]\nStrings=2\n[Strings]\nName2=two\nShow2=1\n");
+  OpenLocked(AllKinds(-1));
+  ExpectRefused("item", [&] { Choose(kStrings, "two"); });
+}
+
 TEST_F(LockedStringEditor, RefusesFunctions) {
   OpenLocked(Of({Call("f(1)")}), Mode::Replacement);
   ExpectRefused("functions", [&] { Choose(kFunctions, "upper"); });
