@@ -3,9 +3,12 @@
 #include <QAccessible>
 #include <QAction>
 #include <QApplication>
+#include <QButtonGroup>
 #include <QDialog>
 #include <QLabel>
 #include <QMenu>
+#include <QRadioButton>
+#include <QTabBar>
 #include <QTest>
 #include <QWidget>
 #include <cstddef>
@@ -20,10 +23,13 @@
 #include "app/main_window.h"
 #include "model/filter.h"
 #include "tests/gui/scripted_dialogs.h"
+#include "tests/support/builders.h"
 #include "tests/support/temporary_folder.h"
+#include "ui/add_to_predefined_dialog.h"
 #include "ui/password_dialogs.h"
 #include "ui/predefined_dialog.h"
 #include "ui/preview_window.h"
+#include "ui/string_editor.h"
 
 namespace zarvo {
 namespace {
@@ -36,6 +42,7 @@ struct Stage {
   TemporaryFolder Folder;
   ScriptedDialogs Dialogs;
   Filter TheFilter;
+  SubpatternLibrary Library{Folder.Path() + "/", ""};
   std::unique_ptr<QDialog> Window;
 
   [[nodiscard]] QString FolderPath() const {
@@ -49,6 +56,13 @@ struct WindowCase {
 };
 
 void PrintTo(const WindowCase& window, std::ostream* out) { *out << window.Name; }
+
+void MakeStringEditor(Stage& stage, StringEditor::Mode mode) {
+  stage.Window = std::make_unique<StringEditor>(
+      EditorServices{stage.Dialogs, stage.Library, {}}, mode,
+      testing::Of({testing::List("ab"), testing::Str(""), testing::Str("c")}),
+      stage.TheFilter.Functions, false, nullptr);
+}
 
 std::vector<WindowCase> AllWindows() {
   return {
@@ -69,13 +83,18 @@ std::vector<WindowCase> AllWindows() {
          stage.Window = std::move(window);
        }},
       {"About", [](Stage& stage) { stage.Window = std::make_unique<AboutDialog>(); }},
+      {"StringEditorOfAPattern",
+       [](Stage& stage) { MakeStringEditor(stage, StringEditor::Mode::Pattern); }},
+      {"StringEditorOfAReplacement",
+       [](Stage& stage) { MakeStringEditor(stage, StringEditor::Mode::Replacement); }},
+      {"AddToPredefined",
+       [](Stage& stage) { stage.Window = std::make_unique<AddToPredefinedDialog>(); }},
       {"Predefined",
        [](Stage& stage) {
          stage.Folder.Write("Subpatterns.dat",
                             "[General]\nStrings=1\n[Strings]\nName1=a\nString1=b\nRender1=c\n");
-         const SubpatternLibrary library(stage.Folder.Path() + "/", "");
-         stage.Window =
-             std::make_unique<PredefinedDialog>(library, LibrarySection::Strings, false, nullptr);
+         stage.Window = std::make_unique<PredefinedDialog>(stage.Library, LibrarySection::Strings,
+                                                           false, nullptr);
        }},
       {"EnterPassword",
        [](Stage& stage) { stage.Window = std::make_unique<EnterPasswordDialog>(); }},
@@ -172,7 +191,7 @@ TEST_P(EveryWindow, NamesItsControlsForScreenReaders) {
   EXPECT_GT(named, 0U);
 }
 
-TEST_P(EveryWindow, ReachesEveryControlByTabAlone) {
+TEST_P(EveryWindow, ReachesEveryControlByTabAndTheArrowKeys) {
   std::set<QWidget*> to_reach;
   for (QWidget* widget : Widgets()) {
     if (widget->focusPolicy() != Qt::NoFocus && widget->focusProxy() == nullptr &&
@@ -186,6 +205,12 @@ TEST_P(EveryWindow, ReachesEveryControlByTabAlone) {
     QTest::keyClick(Window().windowHandle(), Qt::Key_Tab);
     ASSERT_NE(Window().focusWidget(), nullptr);
     to_reach.erase(Window().focusWidget());
+    if (const auto* radio = qobject_cast<QRadioButton*>(Window().focusWidget())) {
+      // The arrow keys lead to the others of its group.
+      if (radio->group() != nullptr) {
+        for (QAbstractButton* other : radio->group()->buttons()) to_reach.erase(other);
+      }
+    }
   }
   for (const QWidget* widget : to_reach) ADD_FAILURE() << "not reached: " << Describe(*widget);
 }
@@ -302,6 +327,47 @@ TEST(AccessibleNames, OfThePasswordDialogsSayWhichPassword) {
   EXPECT_EQ(NameOf(change, "oldPasswordEdit"), "Old password");
   EXPECT_EQ(NameOf(change, "newPasswordEdit"), "New password");
   EXPECT_EQ(NameOf(change, "retypeEdit"), "Retype new");
+}
+
+TEST(AccessibleNames, OfTheStringEditorAreItsLabelsWithoutColonsCaptionsAndToolTips) {
+  Stage stage;
+  MakeStringEditor(stage, StringEditor::Mode::Pattern);
+  for (const auto& [object, name] :
+       std::initializer_list<NamedControl>{{"outputEdit", "Output"},
+                                           {"newButton", "New"},
+                                           {"deleteButton", "Delete"},
+                                           {"moveLeftButton", "Move left"},
+                                           {"moveRightButton", "Move right"},
+                                           {"textEdit", "Subpattern text"},
+                                           {"renderEdit", "Render"},
+                                           {"stringRadio", "String"},
+                                           {"stringsMenuButton", "Strings menu"},
+                                           {"codeRadio", "Character code"},
+                                           {"codesMenuButton", "Character codes menu"},
+                                           {"functionRadio", "Function"},
+                                           {"functionsMenuButton", "Functions menu"},
+                                           {"listRadio", "Character list"},
+                                           {"listsMenuButton", "Character lists menu"},
+                                           {"negatedBox", "Neg."},
+                                           {"mostSignificantBox", "Most significant"},
+                                           {"findButton", "Find"},
+                                           {"okButton", "OK"},
+                                           {"cancelButton", "Cancel"},
+                                           {"helpButton", "Help"}}) {
+    EXPECT_EQ(NameOf(*stage.Window, object), name);
+  }
+  // The toolkit speaks of a tab bar by its current tab.
+  EXPECT_EQ(stage.Window->findChild<QTabBar*>()->accessibleName(), "Subs");
+}
+
+TEST(AccessibleNames, OfAnEmptySubpatternsTabIsItsNumber) {
+  Stage stage;
+  MakeStringEditor(stage, StringEditor::Mode::Pattern);
+  QAccessibleInterface* tabs =
+      QAccessible::queryAccessibleInterface(stage.Window->findChild<QTabBar*>());
+  ASSERT_GE(tabs->childCount(), 3);
+  EXPECT_EQ(tabs->child(0)->text(QAccessible::Name), "[a, b]");
+  EXPECT_EQ(tabs->child(1)->text(QAccessible::Name), "Subpattern 2");
 }
 
 TEST(AccessibleNames, NoTwoControlsOfTheMainWindowSoundTheSame) {
