@@ -5,8 +5,11 @@
 
 namespace zarvo {
 
-/// For tabs, menus and buttons, where an ampersand would underline the next character.
+/// For tabs, menus and buttons, where an ampersand would underline the next character. What would
+/// break the line or begin a column is a blank.
 [[nodiscard]] inline QString PlainCaption(QString text) {
+  for (const char character : {'\t', '\r', '\n'})
+    text.replace(QLatin1Char(character), QLatin1Char(' '));
   return text.replace(QLatin1Char('&'), QStringLiteral("&&"));
 }
 
