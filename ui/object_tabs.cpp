@@ -3,7 +3,8 @@
 #include <QMouseEvent>
 #include <utility>
 
-#include "ui/plain_caption.h"
+#include "ui/byte_text.h"
+#include "ui/plain_text.h"
 
 namespace zarvo {
 namespace {
@@ -21,19 +22,19 @@ ObjectTabs::ObjectTabs(QWidget* parent) : QTabBar(parent), sizes_(kKeptSizes) {
   connect(this, &QTabBar::currentChanged, this, &ObjectTabs::Chosen);
 }
 
-void ObjectTabs::SetCaptions(const std::vector<std::string>& captions) {
+void ObjectTabs::SetCaptions(const std::vector<QString>& captions) {
   const int wanted = static_cast<int>(captions.size());
   while (count() > wanted) removeTab(count() - 1);
   for (int i = 0; i < count(); ++i) SetCaption(i, captions[static_cast<std::size_t>(i)]);
   while (count() < wanted) AppendCaption(captions[static_cast<std::size_t>(count())]);
 }
 
-void ObjectTabs::SetCaption(int position, std::string_view caption) {
+void ObjectTabs::SetCaption(int position, const QString& caption) {
   const QString text = PlainCaption(caption);
   if (tabText(position) != text) setTabText(position, text);
 }
 
-void ObjectTabs::AppendCaption(std::string_view caption) { addTab(PlainCaption(caption)); }
+void ObjectTabs::AppendCaption(const QString& caption) { addTab(PlainCaption(caption)); }
 
 QString ObjectTabs::Caption(int position) const {
   return tabText(position).replace(QStringLiteral("&&"), QStringLiteral("&"));
@@ -68,11 +69,11 @@ void ObjectTabs::changeEvent(QEvent* event) {
   QTabBar::changeEvent(event);
 }
 
-std::string TabCaption(std::string_view name) {
+QString TabCaption(std::string_view name) {
   constexpr std::size_t kLimit = 24;
   constexpr std::size_t kKept = 20;
-  if (name.size() < kLimit) return std::string(name);
-  return std::string(name.substr(0, kKept)) + "...";
+  if (name.size() < kLimit) return FromBytes(name);
+  return FromBytes(name.substr(0, kKept)) + QStringLiteral("...");
 }
 
 }  // namespace zarvo

@@ -3,9 +3,11 @@
 #include <QAccessible>
 #include <QAction>
 #include <QApplication>
+#include <QButtonGroup>
 #include <QDialog>
 #include <QLabel>
 #include <QMenu>
+#include <QRadioButton>
 #include <QTabBar>
 #include <QTest>
 #include <QWidget>
@@ -24,9 +26,12 @@
 #include "tests/support/builders.h"
 #include "tests/support/temporary_folder.h"
 #include "ui/add_to_predefined_dialog.h"
+#include "ui/functions_editor.h"
 #include "ui/password_dialogs.h"
 #include "ui/predefined_dialog.h"
 #include "ui/preview_window.h"
+#include "ui/rules_editor.h"
+#include "ui/sets_editor.h"
 #include "ui/string_editor.h"
 
 namespace zarvo {
@@ -62,6 +67,21 @@ void MakeStringEditor(Stage& stage, StringEditor::Mode mode) {
       stage.TheFilter.Functions, false, nullptr);
 }
 
+// Of a filter with something for every control.
+template <typename Editor>
+void MakeEditor(Stage& stage) {
+  using namespace testing;
+  Rule rule = Replace(Of({Str("abc")}), Of({Str("n")}));
+  stage.TheFilter = FilterOf({rule, rule, rule}, {SetOf("a", {Of({Str("1")})}), SetOf("b", {})},
+                             {FunctionOf("f", {{"a", "b"}}), FunctionOf("g", {})});
+  stage.Window =
+      std::make_unique<Editor>(EditorHost{.Services = {stage.Dialogs, stage.Library, [](int) {}},
+                                          .Filter = stage.TheFilter,
+                                          .MarkModified = [] {},
+                                          .ShowCounts = [] {},
+                                          .AutoUpdatePreview = [] {}});
+}
+
 std::vector<WindowCase> AllWindows() {
   return {
       {"Main",
@@ -85,6 +105,9 @@ std::vector<WindowCase> AllWindows() {
        [](Stage& stage) { MakeStringEditor(stage, StringEditor::Mode::Pattern); }},
       {"StringEditorOfAReplacement",
        [](Stage& stage) { MakeStringEditor(stage, StringEditor::Mode::Replacement); }},
+      {"Rules", MakeEditor<RulesEditor>},
+      {"Sets", MakeEditor<SetsEditor>},
+      {"Functions", MakeEditor<FunctionsEditor>},
       {"AddToPredefined",
        [](Stage& stage) { stage.Window = std::make_unique<AddToPredefinedDialog>(); }},
       {"Predefined",
@@ -189,7 +212,7 @@ TEST_P(EveryWindow, NamesItsControlsForScreenReaders) {
   EXPECT_GT(named, 0U);
 }
 
-TEST_P(EveryWindow, ReachesEveryControlByTabAlone) {
+TEST_P(EveryWindow, ReachesEveryControlByTabAndTheArrowKeys) {
   std::set<QWidget*> to_reach;
   for (QWidget* widget : Widgets()) {
     if (widget->focusPolicy() != Qt::NoFocus && widget->focusProxy() == nullptr &&
@@ -203,6 +226,12 @@ TEST_P(EveryWindow, ReachesEveryControlByTabAlone) {
     QTest::keyClick(Window().windowHandle(), Qt::Key_Tab);
     ASSERT_NE(Window().focusWidget(), nullptr);
     to_reach.erase(Window().focusWidget());
+    if (const auto* radio = qobject_cast<QRadioButton*>(Window().focusWidget())) {
+      // The arrow keys lead to the others of its group.
+      if (radio->group() != nullptr) {
+        for (QAbstractButton* other : radio->group()->buttons()) to_reach.erase(other);
+      }
+    }
   }
   for (const QWidget* widget : to_reach) ADD_FAILURE() << "not reached: " << Describe(*widget);
 }
@@ -311,6 +340,44 @@ TEST(AccessibleNames, OfTheMainWindowAreItsLabelsWithoutColonsCaptionsAndToolTip
   }
 }
 
+TEST(AccessibleNames, OfTheRulesEditorAreItsLabelsWithoutColonsCaptionsAndToolTips) {
+  Stage stage;
+  MakeEditor<RulesEditor>(stage);
+  for (const auto& [object, name] :
+       std::initializer_list<NamedControl>{{"ruleTabs", "Rules"},
+                                           {"nameEdit", "Name"},
+                                           {"patternEdit", "Pattern"},
+                                           {"editPatternButton", "Edit pattern"},
+                                           {"stringRadio", "string:"},
+                                           {"replacementEdit", "Replacement string"},
+                                           {"editReplacementButton", "Edit replacement"},
+                                           {"fromSetRadio", "from set:"},
+                                           {"setBox", "Set"},
+                                           {"sequenceRadio", "Seq"},
+                                           {"randomRadio", "Rnd"},
+                                           {"onceBox", "Once"},
+                                           {"replaceRadio", "replace"},
+                                           {"fromEdit", "from"},
+                                           {"toEdit", "to"},
+                                           {"fromToSlider", "From/to"},
+                                           {"anchorButton", "Anchor"},
+                                           {"insertRadio", "insert"},
+                                           {"afterEdit", "after"},
+                                           {"afterSlider", "After"},
+                                           {"strictBox", "Strict"},
+                                           {"probabilitySlider", "Probability"},
+                                           {"probabilityEdit", "Probability in percent"},
+                                           {"newButton", "New"},
+                                           {"deleteButton", "Delete"},
+                                           {"moveLeftButton", "Move left"},
+                                           {"moveRightButton", "Move right"},
+                                           {"exportButton", "Export"},
+                                           {"importButton", "Import"},
+                                           {"helpButton", "Help"}}) {
+    EXPECT_EQ(NameOf(*stage.Window, object), name);
+  }
+}
+
 TEST(AccessibleNames, OfThePasswordDialogsSayWhichPassword) {
   Stage stage;
   EnterPasswordDialog enter;
@@ -326,7 +393,6 @@ TEST(AccessibleNames, OfTheStringEditorAreItsLabelsWithoutColonsCaptionsAndToolT
   MakeStringEditor(stage, StringEditor::Mode::Pattern);
   for (const auto& [object, name] :
        std::initializer_list<NamedControl>{{"outputEdit", "Output"},
-                                           {"subsTabs", "Subs"},
                                            {"newButton", "New"},
                                            {"deleteButton", "Delete"},
                                            {"moveLeftButton", "Move left"},
@@ -349,6 +415,8 @@ TEST(AccessibleNames, OfTheStringEditorAreItsLabelsWithoutColonsCaptionsAndToolT
                                            {"helpButton", "Help"}}) {
     EXPECT_EQ(NameOf(*stage.Window, object), name);
   }
+  // The toolkit speaks of a tab bar by its current tab.
+  EXPECT_EQ(stage.Window->findChild<QTabBar*>()->accessibleName(), "Subs");
 }
 
 TEST(AccessibleNames, OfAnEmptySubpatternsTabIsItsNumber) {

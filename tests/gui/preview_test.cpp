@@ -574,12 +574,14 @@ TEST_F(PreviewTest, TheBarAdvancesByOneStepARule) {
   filter_ = FilterOf(std::move(rules), {}, {StepInPlace()});
   Original().SetBytes("ax");
   bool seen = false;
-  MeanwhileOnce([&] {
+  Meanwhile([&] {
+    // Events may be handled in a rule before the one that waits.
+    if (Bar().value() != 4) return false;
     seen = true;
     EXPECT_EQ(Bar().minimum(), 0);
     EXPECT_EQ(Bar().maximum(), 7);
-    EXPECT_EQ(Bar().value(), 4);
     LetGo("y");
+    return true;
   });
   ClickUpdate();
   EXPECT_TRUE(seen);

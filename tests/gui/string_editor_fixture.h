@@ -11,6 +11,8 @@
 #include <QTabBar>
 #include <QTest>
 #include <memory>
+#include <ostream>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -25,9 +27,23 @@
 
 namespace zarvo::testing {
 
-inline constexpr const char* kFindQuestion =
-    "There arleady is the most significant subpattern. Are you sure you want to evaluate the new "
-    "most significant subpattern (the previous setting will be lost)?";
+/// An entry of a menu.
+struct Item {
+  std::string Caption;
+  int Command = 0;
+
+  friend bool operator==(const Item&, const Item&) = default;
+};
+
+inline void PrintTo(const Item& item, std::ostream* out) {
+  *out << item.Caption << " " << item.Command;
+}
+
+using Items = std::vector<Item>;
+
+inline const Item kSeparator = {"---", 0};
+inline const Item kAdd = {"Add to predefined...", 102};
+inline const Item kMore = {"More...", 103};
 
 /// The code page is windows-1252. The dialog opens when a test says with what.
 class StringEditorFixture : public ::testing::Test {
@@ -103,18 +119,63 @@ class StringEditorFixture : public ::testing::Test {
     return enabled;
   }
 
+  // ---- Menus and the library
+
+  static constexpr const char* kStrings = "stringsMenuButton";
+  static constexpr const char* kCodes = "codesMenuButton";
+  static constexpr const char* kLists = "listsMenuButton";
+  static constexpr const char* kFunctions = "functionsMenuButton";
+
+  void WriteLibrary(const std::string& text) { folder_.Write("Subpatterns.dat", text); }
+  std::string ReadLibrary() { return folder_.Read("Subpatterns.dat"); }
+
+  /// The menu that the click on this button opens.
+  QMenu& OpenMenu(const char* button) {
+    ClickOn(button);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    if (menu == nullptr) throw std::runtime_error(std::string("no menu at ") + button);
+    return *menu;
+  }
+
+  Items ItemsOf(const char* button) {
+    QMenu& menu = OpenMenu(button);
+    Items items;
+    for (const QAction* action : menu.actions()) {
+      items.push_back(action->isSeparator()
+                          ? kSeparator
+                          : Item{action->text().toStdString(), action->data().toInt()});
+    }
+    menu.close();
+    return items;
+  }
+
+  void Choose(const char* button, const char* caption) {
+    QMenu& menu = OpenMenu(button);
+    for (QAction* action : menu.actions()) {
+      if (action->text() != QLatin1String(caption)) continue;
+      ASSERT_TRUE(action->isEnabled());
+      QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(action).center());
+      return;
+    }
+    menu.close();
+    FAIL() << "no item " << caption;
+  }
+
   // ---- The Pattern
 
   const Pattern& Edited() { return editor_->Edited(); }
   const Subpattern& EditedAt(std::size_t position) { return Edited().Subpatterns.at(position); }
 
+  void ExpectMoves(bool can_delete, bool can_move_left, bool can_move_right) {
+    EXPECT_EQ(IsEnabled("deleteButton"), can_delete);
+    EXPECT_EQ(IsEnabled("moveLeftButton"), can_move_left);
+    EXPECT_EQ(IsEnabled("moveRightButton"), can_move_right);
+  }
+
   // ---- Boxes
 
   void ExpectLockWarning() {
     dialogs_.ExpectMessage(MessageIcon::Exclamation, kLockWarning, MessageButtons::Ok, Answer::Ok);
-  }
-  void ExpectFindQuestion(Answer answer) {
-    dialogs_.ExpectMessage(MessageIcon::Question, kFindQuestion, MessageButtons::YesNo, answer);
   }
 
   TemporaryFolder folder_;

@@ -63,22 +63,6 @@ class LockedStringEditor : public testing::StringEditorFixture {
       EXPECT_EQ(IsChecked("negatedBox"), is_negated);
     }
   }
-
-  // Chooses the first entry of the menu of this button.
-  void ChooseFirst(const char* button) {
-    ClickOn(button);
-    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-    ASSERT_NE(menu, nullptr);
-    QTest::mouseClick(menu, Qt::LeftButton, {},
-                      menu->actionGeometry(menu->actions().constFirst()).center());
-  }
-  void ChooseMore(const char* button) {
-    ClickOn(button);
-    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-    ASSERT_NE(menu, nullptr);
-    QTest::mouseClick(menu, Qt::LeftButton, {},
-                      menu->actionGeometry(menu->actions().constLast()).center());
-  }
 };
 
 Pattern AllKinds(int most_significant) {
@@ -119,14 +103,20 @@ TEST_F(LockedStringEditor, RefusesTypingACode) {
 TEST_F(LockedStringEditor, RefusesPastingDeletingAndUndoing) {
   const Subpattern text = Str("text");
   QApplication::clipboard()->setText(QStringLiteral("pasted"));
-  const QKeySequence::StandardKey keys[] = {QKeySequence::Paste, QKeySequence::Cut,
-                                            QKeySequence::Delete, QKeySequence::DeleteStartOfWord};
-  for (const QKeySequence::StandardKey key : keys) {
+  const struct {
+    Qt::Key Key;
+    Qt::KeyboardModifiers Modifiers;
+  } keys[] = {{Qt::Key_V, Qt::ControlModifier},
+              {Qt::Key_X, Qt::ControlModifier},
+              {Qt::Key_Delete, Qt::NoModifier},
+              {Qt::Key_Backspace, Qt::NoModifier}};
+  for (const auto& [key, modifiers] : keys) {
+    SCOPED_TRACE(key);
     OpenLocked(Of({text}));
-    ExpectRefused("key", [&] {
+    ExpectRefused("key", [this, pressed = key, held = modifiers] {
       testing::TypeInto(Get("textEdit"), {});
       Get<QLineEdit>("textEdit").selectAll();
-      QTest::keySequence(&Get("textEdit"), key);
+      QTest::keyClick(&Get("textEdit"), pressed, held);
     });
     QTest::keySequence(&Get("textEdit"), QKeySequence::Undo);
     EXPECT_EQ(Edited(), Of({text}));
@@ -187,26 +177,32 @@ TEST_F(LockedStringEditor, RefusesNewDeleteAndMove) {
 }
 
 TEST_F(LockedStringEditor, RefusesPredefinedItems) {
-  const char* menus[] = {"stringsMenuButton", "codesMenuButton", "listsMenuButton",
-                         "listsMenuButton"};
+  const char* menus[] = {kStrings, kCodes, kLists, kLists};
+  const char* items[] = {"text", "code", "list", "list"};
   for (int tab = 0; tab < 4; ++tab) {
     OpenLocked(AllKinds(-1));
     ClickTab(tab);
-    ExpectRefused(menus[tab], [&] { ChooseFirst(menus[tab]); });
+    ExpectRefused(menus[tab], [&] { Choose(menus[tab], items[tab]); });
   }
+}
+
+TEST_F(LockedStringEditor, RefusesAnItemThatStandsForNothingToo) {
+  folder_.Write("Subpatterns.dat", "[General]\nStrings=2\n[Strings]\nName2=two\nShow2=1\n");
+  OpenLocked(AllKinds(-1));
+  ExpectRefused("item", [&] { Choose(kStrings, "two"); });
 }
 
 TEST_F(LockedStringEditor, RefusesFunctions) {
   OpenLocked(Of({Call("f(1)")}), Mode::Replacement);
-  ExpectRefused("functions", [&] { ChooseFirst("functionsMenuButton"); });
+  ExpectRefused("functions", [&] { Choose(kFunctions, "upper"); });
 }
 
 TEST_F(LockedStringEditor, RefusesMoreBeforeItsDialogOpens) {
-  const char* menus[] = {"stringsMenuButton", "codesMenuButton", "listsMenuButton"};
+  const char* menus[] = {kStrings, kCodes, kLists};
   for (int tab = 0; tab < 3; ++tab) {
     OpenLocked(AllKinds(-1));
     ClickTab(tab);
-    ExpectRefused(menus[tab], [&] { ChooseMore(menus[tab]); });
+    ExpectRefused(menus[tab], [&] { Choose(menus[tab], "More..."); });
   }
 }
 
@@ -227,8 +223,8 @@ TEST_F(LockedStringEditor, WarnsOnceForAllKindsOfChanges) {
     LeaveField();
     EXPECT_EQ(Edited(), pattern) << edit;
   }
-  ChooseFirst("listsMenuButton");
-  ChooseMore("listsMenuButton");
+  Choose(kLists, "list");
+  Choose(kLists, "More...");
   EXPECT_EQ(Edited(), pattern);
   ExpectControlsToShow(pattern);
 }

@@ -1,8 +1,6 @@
 #include "ui/string_editor.h"
 
 #include <QClipboard>
-#include <QSignalSpy>
-#include <algorithm>
 
 #include "tests/gui/string_editor_fixture.h"
 
@@ -19,14 +17,7 @@ using testing::Str;
 
 using Names = std::vector<std::string>;
 
-class StringEditorTest : public testing::StringEditorFixture {
- protected:
-  void ExpectMoves(bool can_delete, bool can_move_left, bool can_move_right) {
-    EXPECT_EQ(IsEnabled("deleteButton"), can_delete);
-    EXPECT_EQ(IsEnabled("moveLeftButton"), can_move_left);
-    EXPECT_EQ(IsEnabled("moveRightButton"), can_move_right);
-  }
-};
+using StringEditorTest = testing::StringEditorFixture;
 
 Subpattern Rendered(Subpattern subpattern, std::string render_text) {
   subpattern.RenderText = std::move(render_text);
@@ -310,136 +301,6 @@ TEST_F(StringEditorTest, ArrowKeysChangeTheKindWithTheRadioButton) {
   QTest::keyClick(&Get("stringRadio"), Qt::Key_Down);
   EXPECT_EQ(CheckedKinds(), (Names{"codeRadio"}));
   EXPECT_EQ(EditedAt(0), Code("A"));
-}
-
-// ---- New, Delete, Move
-
-TEST_F(StringEditorTest, NewAppendsAnEmptyStringAndSelectsIt) {
-  Open(Of({Str("a"), Str("b")}, 1));
-  ClickOn("newButton");
-  EXPECT_EQ(Edited(), Of({Str("a"), Str("b"), Str("")}, 1));
-  EXPECT_EQ(Captions(), (Names{"a", "b", ""}));
-  EXPECT_EQ(Tabs().currentIndex(), 2);
-  EXPECT_EQ(TextOf("textEdit"), "");
-  ExpectMoves(true, true, false);
-}
-
-TEST_F(StringEditorTest, DeleteAsksNothingAndSelectsTheOneBefore) {
-  Open(Of({Str("a"), Str("b"), Str("c")}));
-  ClickTab(1);
-  ClickOn("deleteButton");
-  EXPECT_EQ(Edited(), Of({Str("a"), Str("c")}));
-  EXPECT_EQ(Captions(), (Names{"a", "c"}));
-  EXPECT_EQ(Tabs().currentIndex(), 0);
-  EXPECT_EQ(TextOf("textEdit"), "a");
-  EXPECT_EQ(TextOf("outputEdit"), "ac");
-  ClickOn("deleteButton");
-  EXPECT_EQ(Edited(), Of({Str("c")}));
-  EXPECT_EQ(TextOf("textEdit"), "c");
-  ExpectMoves(false, false, false);
-}
-
-TEST_F(StringEditorTest, DeletingTheMostSignificantOneChoosesAnewWithoutAsking) {
-  Open(Of({Str("a"), Str("b"), Str("long")}, 1));
-  ClickTab(1);
-  ClickOn("deleteButton");
-  EXPECT_EQ(Edited(), Of({Str("a"), Str("long")}, 1));
-  EXPECT_FALSE(IsChecked("mostSignificantBox"));
-}
-
-TEST_F(StringEditorTest, DeletingTheFirstChoosesAnewOnlyWhenTheSecondWasMostSignificant) {
-  Open(Of({Str("a"), Str("b"), Str("long")}, 1));
-  ClickOn("deleteButton");
-  EXPECT_EQ(Edited(), Of({Str("b"), Str("long")}, 1));
-  Open(Of({Str("a"), Str("bb"), Str("c")}, 1));
-  ClickOn("deleteButton");
-  EXPECT_EQ(Edited(), Of({Str("bb"), Str("c")}, 0));
-  EXPECT_TRUE(IsChecked("mostSignificantBox"));
-}
-
-TEST_F(StringEditorTest, DeletingKeepsAMostSignificantNumberThatThenLiesPastTheEnd) {
-  Open(Of({Str("a"), Str("b"), Str("c")}, 2));
-  ClickOn("deleteButton");
-  EXPECT_EQ(Edited(), Of({Str("b"), Str("c")}, 2));
-  EXPECT_FALSE(IsChecked("mostSignificantBox"));
-  ClickTab(1);
-  EXPECT_FALSE(IsChecked("mostSignificantBox"));
-}
-
-TEST_F(StringEditorTest, MoveTakesTheSelectionAlongButNotTheMostSignificantNumber) {
-  Open(Of({Str("a"), Str("b"), Str("c")}, 0));
-  ClickOn("moveRightButton");
-  EXPECT_EQ(Edited(), Of({Str("b"), Str("a"), Str("c")}, 0));
-  EXPECT_EQ(Captions(), (Names{"b", "a", "c"}));
-  EXPECT_EQ(Tabs().currentIndex(), 1);
-  EXPECT_EQ(TextOf("textEdit"), "a");
-  EXPECT_FALSE(IsChecked("mostSignificantBox"));
-  ExpectMoves(true, true, true);
-  ClickOn("moveRightButton");
-  ExpectMoves(true, true, false);
-  ClickOn("moveLeftButton");
-  ClickOn("moveLeftButton");
-  EXPECT_EQ(Edited(), Of({Str("a"), Str("b"), Str("c")}, 0));
-  EXPECT_EQ(Tabs().currentIndex(), 0);
-  EXPECT_TRUE(IsChecked("mostSignificantBox"));
-}
-
-// ---- Most significant
-
-TEST_F(StringEditorTest, MostSignificantIsTheCurrentOneOrNone) {
-  Open(Of({Str("a"), Str("b")}, 0));
-  EXPECT_TRUE(IsChecked("mostSignificantBox"));
-  ClickTab(1);
-  ClickOn("mostSignificantBox");
-  EXPECT_EQ(Edited().MostSignificant, 1);
-  ClickOn("mostSignificantBox");
-  EXPECT_EQ(Edited().MostSignificant, -1);
-  EXPECT_FALSE(IsChecked("mostSignificantBox"));
-}
-
-TEST_F(StringEditorTest, FindAsksNothingWhenNoneIsSet) {
-  Open(Of({Code("c"), Str("ab"), List("de")}));
-  ClickOn("findButton");
-  EXPECT_EQ(Edited().MostSignificant, 1);
-  EXPECT_FALSE(IsChecked("mostSignificantBox"));
-  ClickTab(1);
-  EXPECT_TRUE(IsChecked("mostSignificantBox"));
-}
-
-TEST_F(StringEditorTest, FindPrefersTheEarlierOfEqualWeights) {
-  Open(Of({Code("c"), List("d")}));
-  ClickOn("findButton");
-  EXPECT_EQ(Edited().MostSignificant, 0);
-  EXPECT_TRUE(IsChecked("mostSignificantBox"));
-}
-
-TEST_F(StringEditorTest, FindAsksBeforeItReplacesAndStopsAtNo) {
-  Open(Of({Str("ab"), Code("c"), List("de")}, 2));
-  ExpectFindQuestion(Answer::No);
-  ClickOn("findButton");
-  EXPECT_TRUE(dialogs_.IsDone());
-  EXPECT_EQ(Edited().MostSignificant, 2);
-  ExpectFindQuestion(Answer::Yes);
-  ClickOn("findButton");
-  EXPECT_TRUE(dialogs_.IsDone());
-  EXPECT_EQ(Edited().MostSignificant, 0);
-}
-
-TEST_F(StringEditorTest, FindAsksAlsoWhereTheSetNumberIsOutsideThePattern) {
-  for (const int number : {-2, 7}) {
-    Open(Of({Str("a")}, number));
-    EXPECT_FALSE(IsChecked("mostSignificantBox"));
-    ExpectFindQuestion(Answer::Yes);
-    ClickOn("findButton");
-    EXPECT_EQ(Edited().MostSignificant, 0);
-  }
-}
-
-TEST_F(StringEditorTest, FindOfNothingThatWeighsLeavesNone) {
-  Open(Of({NotList("ab"), Str("")}, 1));
-  ExpectFindQuestion(Answer::Yes);
-  ClickOn("findButton");
-  EXPECT_EQ(Edited().MostSignificant, -1);
 }
 
 // ---- Modes
