@@ -32,9 +32,11 @@ void ObjectTabs::SetCaptions(const std::vector<QString>& captions) {
 void ObjectTabs::SetCaption(int position, const QString& caption) {
   const QString text = PlainCaption(caption);
   if (tabText(position) != text) setTabText(position, text);
+  // A screen reader has to say something.
+  setAccessibleTabName(position, text.isEmpty() ? tr("Unnamed") : QString());
 }
 
-void ObjectTabs::AppendCaption(const QString& caption) { addTab(PlainCaption(caption)); }
+void ObjectTabs::AppendCaption(const QString& caption) { SetCaption(addTab(QString()), caption); }
 
 QString ObjectTabs::Caption(int position) const {
   return tabText(position).replace(QStringLiteral("&&"), QStringLiteral("&"));

@@ -344,14 +344,14 @@ TEST(AccessibleNames, OfTheRulesEditorAreItsLabelsWithoutColonsCaptionsAndToolTi
   Stage stage;
   MakeEditor<RulesEditor>(stage);
   for (const auto& [object, name] :
-       std::initializer_list<NamedControl>{{"ruleTabs", "Rules"},
+       std::initializer_list<NamedControl>{{"ruleTabs", "Unnamed"},
                                            {"nameEdit", "Name"},
                                            {"patternEdit", "Pattern"},
                                            {"editPatternButton", "Edit pattern"},
-                                           {"stringRadio", "string:"},
+                                           {"stringRadio", "string"},
                                            {"replacementEdit", "Replacement string"},
                                            {"editReplacementButton", "Edit replacement"},
-                                           {"fromSetRadio", "from set:"},
+                                           {"fromSetRadio", "from set"},
                                            {"setBox", "Set"},
                                            {"sequenceRadio", "Seq"},
                                            {"randomRadio", "Rnd"},
