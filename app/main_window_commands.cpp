@@ -280,6 +280,8 @@ void MainWindow::OnSetPassword() {
 void MainWindow::ShowEditor(EditorIndex index, bool refresh) {
   if (IsHiddenByLock() || !editors_[index]) return;
   if (refresh) editors_[index]->Refresh();
+  // A run of the Preview lets the user lock the filter meanwhile.
+  if (IsHiddenByLock()) return;
   ShowOnTop(editors_[index]->Window());
 }
 

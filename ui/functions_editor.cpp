@@ -29,7 +29,7 @@ EditorKind FunctionKind() {
           .Extension = "ZarvoFunction",
           .UpdatesPreview = false,
           .ReloadsOnTabClick = false,
-          .StoresNameOnLeaving = false};
+          .ReloadsOnLeavingName = false};
 }
 
 }  // namespace

@@ -68,7 +68,7 @@ void ObjectEditorWindow::AdoptControls(const CommonControls& controls) {
 }
 
 bool ObjectEditorWindow::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == controls_.Name && kind_.StoresNameOnLeaving && EndsEditing(*event)) OnNameLeft();
+  if (watched == controls_.Name && kind_.ReloadsOnLeavingName && EndsEditing(*event)) OnNameLeft();
   return QDialog::eventFilter(watched, event);
 }
 
@@ -182,11 +182,8 @@ void ObjectEditorWindow::OnNameTyped() {
 }
 
 void ObjectEditorWindow::OnNameLeft() {
-  if (!HasCurrent()) return;
-  const bool is_stored = controls_.Name->Bytes() == list_->NameAt(Current());
-  if (!is_stored && !Refuse()) StoreName();
-  // Not at once: a run of the Preview would handle the release of the mouse that took the focus
-  // before its press has reached the control under it.
+  // Each keystroke has stored the name already. Not at once: a run of the Preview would handle the
+  // release of the mouse that took the focus before its press has reached the control under it.
   QMetaObject::invokeMethod(this, &ObjectEditorWindow::ReloadWhileShown, Qt::QueuedConnection);
 }
 

@@ -46,8 +46,8 @@ struct EditorKind {
   bool UpdatesPreview;
   /// A click on the selected tab reloads the object too; else only the choice of another tab does.
   bool ReloadsOnTabClick;
-  /// The name is stored again, and the object reloaded, when the name edit loses the focus.
-  bool StoresNameOnLeaving;
+  /// The object is reloaded when the name edit loses the focus.
+  bool ReloadsOnLeavingName;
 };
 
 class ObjectEditorWindow : public QDialog, public ObjectEditor {

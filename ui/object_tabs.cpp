@@ -1,7 +1,7 @@
 #include "ui/object_tabs.h"
 
-#include <QKeyEvent>
 #include <QMouseEvent>
+#include <utility>
 
 #include "ui/byte_text.h"
 #include "ui/plain_text.h"
@@ -19,6 +19,7 @@ ObjectTabs::ObjectTabs(QWidget* parent) : QTabBar(parent), sizes_(kKeptSizes) {
   setExpanding(false);
   // However many tabs there are, they ask for no width: they scroll.
   setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  connect(this, &QTabBar::currentChanged, this, &ObjectTabs::Chosen);
 }
 
 void ObjectTabs::SetCaptions(const std::vector<QString>& captions) {
@@ -31,9 +32,11 @@ void ObjectTabs::SetCaptions(const std::vector<QString>& captions) {
 void ObjectTabs::SetCaption(int position, const QString& caption) {
   const QString text = PlainCaption(caption);
   if (tabText(position) != text) setTabText(position, text);
+  // A screen reader has to say something.
+  setAccessibleTabName(position, text.isEmpty() ? tr("Unnamed") : QString());
 }
 
-void ObjectTabs::AppendCaption(const QString& caption) { addTab(PlainCaption(caption)); }
+void ObjectTabs::AppendCaption(const QString& caption) { SetCaption(addTab(QString()), caption); }
 
 QString ObjectTabs::Caption(int position) const {
   return tabText(position).replace(QStringLiteral("&&"), QStringLiteral("&"));
@@ -47,23 +50,20 @@ QSize ObjectTabs::tabSizeHint(int index) const {
   return size;
 }
 
+void ObjectTabs::mousePressEvent(QMouseEvent* event) {
+  pressed_selected_ = event->button() == Qt::LeftButton && IsOnSelected(*event);
+  QTabBar::mousePressEvent(event);
+}
+
 void ObjectTabs::mouseReleaseEvent(QMouseEvent* event) {
   QTabBar::mouseReleaseEvent(event);
   if (event->button() != Qt::LeftButton) return;
-  const int tab = tabAt(event->position().toPoint());
-  if (tab >= 0 && tab == currentIndex()) emit Chosen();
+  if (std::exchange(pressed_selected_, false) && IsOnSelected(*event)) emit Chosen();
 }
 
-void ObjectTabs::keyPressEvent(QKeyEvent* event) {
-  const int before = currentIndex();
-  QTabBar::keyPressEvent(event);
-  if (currentIndex() != before) emit Chosen();
-}
-
-void ObjectTabs::wheelEvent(QWheelEvent* event) {
-  const int before = currentIndex();
-  QTabBar::wheelEvent(event);
-  if (currentIndex() != before) emit Chosen();
+bool ObjectTabs::IsOnSelected(const QMouseEvent& event) const {
+  const int tab = tabAt(event.position().toPoint());
+  return tab >= 0 && tab == currentIndex();
 }
 
 void ObjectTabs::changeEvent(QEvent* event) {
@@ -71,11 +71,11 @@ void ObjectTabs::changeEvent(QEvent* event) {
   QTabBar::changeEvent(event);
 }
 
-QString ShortenedCaption(std::string_view name, std::size_t limit, std::size_t kept) {
-  if (name.size() < limit) return FromBytes(name);
-  return FromBytes(name.substr(0, kept)) + QStringLiteral("...");
+QString TabCaption(std::string_view name) {
+  constexpr std::size_t kLimit = 24;
+  constexpr std::size_t kKept = 20;
+  if (name.size() < kLimit) return FromBytes(name);
+  return FromBytes(name.substr(0, kKept)) + QStringLiteral("...");
 }
-
-QString TabCaption(std::string_view name) { return ShortenedCaption(name, 24, 20); }
 
 }  // namespace zarvo

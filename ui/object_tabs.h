@@ -20,29 +20,29 @@ class ObjectTabs : public QTabBar {
   void SetCaptions(const std::vector<QString>& captions);
   void SetCaption(int position, const QString& caption);
   void AppendCaption(const QString& caption);
+  /// As it is shown.
   [[nodiscard]] QString Caption(int position) const;
 
  signals:
-  /// The user clicked on a tab, even on the one that was selected already, or selected another one
-  /// by the keyboard or the wheel. The tab is selected by then.
+  /// Another tab was selected, by whatever way, or the user clicked on the selected one.
   void Chosen();
 
  protected:
   [[nodiscard]] QSize tabSizeHint(int index) const override;
+  void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
-  void wheelEvent(QWheelEvent* event) override;
   void changeEvent(QEvent* event) override;
 
  private:
+  [[nodiscard]] bool IsOnSelected(const QMouseEvent& event) const;
+
   mutable QCache<QString, QSize> sizes_;
+  // Whether the mouse button went down on the tab that was selected by then.
+  bool pressed_selected_ = false;
 };
 
 /// The caption for an object's name: the name when it is shorter than 24 bytes, else its first 20
 /// and "...".
 [[nodiscard]] QString TabCaption(std::string_view name);
-
-/// The name when it is shorter than the limit, else as many of its first bytes as kept and "...".
-[[nodiscard]] QString ShortenedCaption(std::string_view name, std::size_t limit, std::size_t kept);
 
 }  // namespace zarvo

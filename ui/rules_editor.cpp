@@ -29,7 +29,7 @@ EditorKind RuleKind() {
           .Extension = "ZarvoRule",
           .UpdatesPreview = true,
           .ReloadsOnTabClick = true,
-          .StoresNameOnLeaving = true};
+          .ReloadsOnLeavingName = true};
 }
 
 std::int32_t ShownNumber(const QLineEdit& edit) {
@@ -204,18 +204,22 @@ void RulesEditor::changeEvent(QEvent* event) {
 void RulesEditor::LoadSetNames() {
   std::vector<std::string> names;
   for (const Set& set : EditedFilter().Sets) names.push_back(set.Name);
+  if (names == set_names_) return;
+  set_names_ = std::move(names);
   const QSignalBlocker blocker(ui_->setBox);
-  if (names != set_names_) {
-    set_names_ = std::move(names);
-    ui_->setBox->clear();
-    for (const std::string& name : set_names_) ui_->setBox->addItem(FromBytes(name));
-  }
+  ui_->setBox->clear();
+  for (const std::string& name : set_names_) ui_->setBox->addItem(FromBytes(name));
+  SelectSet();
+}
+
+void RulesEditor::SelectSet() {
   int selected = -1;
   if (HasCurrent()) {
     const auto found =
         std::find(set_names_.begin(), set_names_.end(), CurrentRule().ReplacementSetName);
     if (found != set_names_.end()) selected = static_cast<int>(found - set_names_.begin());
   }
+  const QSignalBlocker blocker(ui_->setBox);
   ui_->setBox->setCurrentIndex(selected);
 }
 
@@ -230,7 +234,9 @@ void RulesEditor::LoadSource(Rule& rule) {
     if (ui_->setBox->currentIndex() < 0 && !set_names_.empty()) {
       ui_->setBox->setCurrentIndex(0);
       // Nobody's change, so the filter isn't marked as modified; a locked one keeps what it has.
-      if (!IsLocked()) rule.ReplacementSetName = set_names_.front();
+      // The filter's own word counts: the editor's comes after the reset for a document just
+      // opened.
+      if (EditedFilter().Locked == 0) rule.ReplacementSetName = set_names_.front();
     }
   }
   CheckOnly(*ui_->sourceGroup, source);
@@ -276,6 +282,7 @@ void RulesEditor::LoadObject() {
   ui_->moveLeftButton->setEnabled(HasCurrent() && Current() > 0);
   ui_->moveRightButton->setEnabled(HasCurrent() && Current() + 1 < List().Count());
   LoadSetNames();
+  SelectSet();
   if (!HasCurrent()) {
     LoadNothing();
     return;

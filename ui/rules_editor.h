@@ -39,7 +39,9 @@ class RulesEditor : public ObjectEditorWindow {
   // As Change, and without marking the filter as modified.
   void EditPattern(StringEditor::Mode mode, Pattern Rule::*field);
 
+  // Fills the drop-down anew where the sets' names are others by now.
   void LoadSetNames();
+  void SelectSet();
   void LoadSource(Rule& rule);
   void LoadMode(const Rule& rule);
   void LoadNothing();

@@ -22,7 +22,7 @@ EditorKind SetKind() {
           .Extension = "ZarvoSet",
           .UpdatesPreview = true,
           .ReloadsOnTabClick = true,
-          .StoresNameOnLeaving = true};
+          .ReloadsOnLeavingName = true};
 }
 
 }  // namespace

@@ -9,7 +9,6 @@
 #include "ui/accessible_names.h"
 #include "ui/byte_text.h"
 #include "ui/focus_loss.h"
-#include "ui/object_tabs.h"
 #include "ui_string_editor.h"
 
 namespace zarvo {
@@ -107,12 +106,12 @@ void StringEditor::ConnectFields() {
   connect(ui_->textEdit, &QLineEdit::textChanged, this, [this] {
     if (!MayChange()) return;
     draft_.SetText(ui_->textEdit->Bytes());
-    ShowCaption(draft_.Position());
+    ShowCaption();
   });
   connect(ui_->renderEdit, &QLineEdit::textChanged, this, [this] {
     if (!MayChange()) return;
     draft_.SetRenderText(ui_->renderEdit->Bytes());
-    ShowCaption(draft_.Position());
+    ShowCaption();
   });
   for (ByteLineEdit* edit : {ui_->textEdit, ui_->renderEdit}) edit->installEventFilter(this);
   const auto change_on_click = [this](QAbstractButton* button, std::function<void()> change) {
@@ -197,20 +196,24 @@ void StringEditor::Load() {
 }
 
 void StringEditor::LoadTabs() {
-  const int count = static_cast<int>(draft_.Count());
-  while (ui_->subsTabs->count() > count) ui_->subsTabs->removeTab(count);
-  while (ui_->subsTabs->count() < count) ui_->subsTabs->AppendCaption(QString());
-  for (std::size_t i = 0; i < draft_.Count(); ++i) ShowCaption(i);
+  std::vector<QString> captions;
+  for (std::size_t i = 0; i < draft_.Count(); ++i) captions.push_back(FromBytes(draft_.Caption(i)));
+  ui_->subsTabs->SetCaptions(captions);
+  for (std::size_t i = 0; i < draft_.Count(); ++i) NameTab(i);
   ui_->subsTabs->setCurrentIndex(static_cast<int>(draft_.Position()));
 }
 
-void StringEditor::ShowCaption(std::size_t position) {
+void StringEditor::ShowCaption() {
+  ui_->subsTabs->SetCaption(static_cast<int>(draft_.Position()),
+                            FromBytes(draft_.Caption(draft_.Position())));
+  NameTab(draft_.Position());
+}
+
+void StringEditor::NameTab(std::size_t position) {
   const int tab = static_cast<int>(position);
-  const QString caption = FromBytes(draft_.Caption(position));
-  ui_->subsTabs->SetCaption(tab, caption);
   // An empty subpattern must not be silent for those who hear the tabs.
   ui_->subsTabs->setAccessibleTabName(
-      tab, caption.isEmpty() ? tr("Subpattern %1").arg(tab + 1) : QString());
+      tab, ui_->subsTabs->tabText(tab).isEmpty() ? tr("Subpattern %1").arg(tab + 1) : QString());
 }
 
 // Controls are only touched where they change: disabling the one that is just getting the focus

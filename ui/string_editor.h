@@ -58,7 +58,9 @@ class StringEditor : public QDialog {
   void Load();
   void LoadTabs();
   void LoadKind();
-  void ShowCaption(std::size_t position);
+  // Of the current subpattern alone.
+  void ShowCaption();
+  void NameTab(std::size_t position);
 
   void OnNew();
   void OnFind();

@@ -26,10 +26,13 @@
 #include "tests/support/builders.h"
 #include "tests/support/temporary_folder.h"
 #include "ui/add_to_predefined_dialog.h"
+#include "ui/functions_editor.h"
 #include "ui/merge_dialog.h"
 #include "ui/password_dialogs.h"
 #include "ui/predefined_dialog.h"
 #include "ui/preview_window.h"
+#include "ui/rules_editor.h"
+#include "ui/sets_editor.h"
 #include "ui/string_editor.h"
 
 namespace zarvo {
@@ -66,6 +69,21 @@ void MakeStringEditor(Stage& stage, StringEditor::Mode mode) {
       stage.TheFilter.Functions, false, nullptr);
 }
 
+// Of a filter with something for every control.
+template <typename Editor>
+void MakeEditor(Stage& stage) {
+  using namespace testing;
+  Rule rule = Replace(Of({Str("abc")}), Of({Str("n")}));
+  stage.TheFilter = FilterOf({rule, rule, rule}, {SetOf("a", {Of({Str("1")})}), SetOf("b", {})},
+                             {FunctionOf("f", {{"a", "b"}}), FunctionOf("g", {})});
+  stage.Window =
+      std::make_unique<Editor>(EditorHost{.Services = {stage.Dialogs, stage.Library, [](int) {}},
+                                          .Filter = stage.TheFilter,
+                                          .MarkModified = [] {},
+                                          .ShowCounts = [] {},
+                                          .AutoUpdatePreview = [] {}});
+}
+
 std::vector<WindowCase> AllWindows() {
   return {
       {"Main",
@@ -89,6 +107,9 @@ std::vector<WindowCase> AllWindows() {
        [](Stage& stage) { MakeStringEditor(stage, StringEditor::Mode::Pattern); }},
       {"StringEditorOfAReplacement",
        [](Stage& stage) { MakeStringEditor(stage, StringEditor::Mode::Replacement); }},
+      {"Rules", MakeEditor<RulesEditor>},
+      {"Sets", MakeEditor<SetsEditor>},
+      {"Functions", MakeEditor<FunctionsEditor>},
       {"AddToPredefined",
        [](Stage& stage) { stage.Window = std::make_unique<AddToPredefinedDialog>(); }},
       {"Predefined",
@@ -344,6 +365,44 @@ TEST(AccessibleNames, OfTheMergeDialogAreItsLabelsWithoutColonsCaptionsAndToolTi
                                            {"cancelButton", "Cancel"},
                                            {"helpButton", "Help"}}) {
     EXPECT_EQ(NameOf(window, object), name);
+  }
+}
+
+TEST(AccessibleNames, OfTheRulesEditorAreItsLabelsWithoutColonsCaptionsAndToolTips) {
+  Stage stage;
+  MakeEditor<RulesEditor>(stage);
+  for (const auto& [object, name] :
+       std::initializer_list<NamedControl>{{"ruleTabs", "Unnamed"},
+                                           {"nameEdit", "Name"},
+                                           {"patternEdit", "Pattern"},
+                                           {"editPatternButton", "Edit pattern"},
+                                           {"stringRadio", "string"},
+                                           {"replacementEdit", "Replacement string"},
+                                           {"editReplacementButton", "Edit replacement"},
+                                           {"fromSetRadio", "from set"},
+                                           {"setBox", "Set"},
+                                           {"sequenceRadio", "Seq"},
+                                           {"randomRadio", "Rnd"},
+                                           {"onceBox", "Once"},
+                                           {"replaceRadio", "replace"},
+                                           {"fromEdit", "from"},
+                                           {"toEdit", "to"},
+                                           {"fromToSlider", "From/to"},
+                                           {"anchorButton", "Anchor"},
+                                           {"insertRadio", "insert"},
+                                           {"afterEdit", "after"},
+                                           {"afterSlider", "After"},
+                                           {"strictBox", "Strict"},
+                                           {"probabilitySlider", "Probability"},
+                                           {"probabilityEdit", "Probability in percent"},
+                                           {"newButton", "New"},
+                                           {"deleteButton", "Delete"},
+                                           {"moveLeftButton", "Move left"},
+                                           {"moveRightButton", "Move right"},
+                                           {"exportButton", "Export"},
+                                           {"importButton", "Import"},
+                                           {"helpButton", "Help"}}) {
+    EXPECT_EQ(NameOf(*stage.Window, object), name);
   }
 }
 
