@@ -372,8 +372,7 @@ TEST(AccessibleNames, OfTheRulesEditorAreItsLabelsWithoutColonsCaptionsAndToolTi
   Stage stage;
   MakeEditor<RulesEditor>(stage);
   for (const auto& [object, name] :
-       std::initializer_list<NamedControl>{{"ruleTabs", "Unnamed"},
-                                           {"nameEdit", "Name"},
+       std::initializer_list<NamedControl>{{"nameEdit", "Name"},
                                            {"patternEdit", "Pattern"},
                                            {"editPatternButton", "Edit pattern"},
                                            {"stringRadio", "string"},
