@@ -15,6 +15,7 @@
 #include "ui/byte_text.h"
 #include "ui/functions_editor.h"
 #include "ui/plain_text.h"
+#include "ui/pop_up_below.h"
 #include "ui/rules_editor.h"
 #include "ui/run_pump.h"
 #include "ui/sets_editor.h"

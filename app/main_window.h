@@ -85,7 +85,6 @@ class MainWindow : public QDialog {
   void OnSetPassword();
   void ShowEditor(EditorIndex index, bool refresh);
   void ShowPreview();
-  void PopUpBelow(QMenu& menu, const QWidget& button);
   static void ShowOnTop(QWidget& window);
 
   std::unique_ptr<Ui::MainWindow> ui_;

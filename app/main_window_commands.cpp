@@ -212,8 +212,4 @@ void MainWindow::ShowOnTop(QWidget& window) {
   window.activateWindow();
 }
 
-void MainWindow::PopUpBelow(QMenu& menu, const QWidget& button) {
-  menu.popup(button.mapToGlobal(QPoint(0, button.height())));
-}
-
 }  // namespace zarvo

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QDialog>
+#include <array>
 #include <memory>
 #include <optional>
 
@@ -14,17 +15,32 @@ class PredefinedDialog;
 
 namespace zarvo {
 
+class PredefinedList;
+
 class PredefinedDialog : public QDialog {
   Q_OBJECT
 
  public:
-  /// Opens on the tab of this section. Without lists the third tab is left out.
+  /// Reads the library and opens on the tab of this section. Without lists the third tab is left
+  /// out; the first is shown in its place.
   PredefinedDialog(const SubpatternLibrary& library, LibrarySection first, bool without_lists,
                    QWidget* parent);
   ~PredefinedDialog() override;
 
-  /// After OK: the chosen entry as a subpattern, or nothing when no row had the focus.
-  [[nodiscard]] std::optional<Subpattern> Chosen() const;
+  /// After OK: the entry of the row that had the focus, highlighted or not, as a subpattern;
+  /// nothing when no row had it.
+  [[nodiscard]] std::optional<Subpattern> Chosen() const { return chosen_; }
+
+  void accept() override;
+
+ private:
+  // Fills the list anew with the entries of a tab, which is a section's number.
+  void ShowSection(int tab);
+
+  std::unique_ptr<Ui::PredefinedDialog> ui_;
+  std::array<SubpatternLibrary::Entries, kLibrarySectionCount> entries_;
+  std::unique_ptr<PredefinedList> list_;
+  std::optional<Subpattern> chosen_;
 };
 
 }  // namespace zarvo

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "model/file_io.h"
@@ -49,13 +50,19 @@ class SubpatternLibrary {
   [[nodiscard]] std::array<Entries, kLibrarySectionCount> Read() const;
   [[nodiscard]] Entries Read(LibrarySection section) const;
 
-  /// Appends an entry behind the section's last number, which it gets (entry.Number is ignored),
-  /// and leaves all other lines of the file as they are. Where the installation's file can't be
-  /// written the entry goes into a copy of it in the user's folder, which is made. After an error
-  /// the file is as it was.
+  /// Appends an entry with the number behind the section's count (entry.Number is ignored), and
+  /// leaves all other lines of the file as they are. Where the installation's file can't be written
+  /// the entry goes into a copy of it in the user's folder, which is made. A text with a line break
+  /// or a zero byte, which the file can't hold, is an error, and so is a count that can't grow.
+  /// After an error the file is as it was.
   [[nodiscard]] FileResult Append(LibrarySection section, const PredefinedSubpattern& entry);
 
  private:
+  // The user's own copy where there is one.
+  [[nodiscard]] std::string CurrentPath() const;
+  [[nodiscard]] std::string ReadText() const;
+  [[nodiscard]] FileResult Write(const std::string& path, std::string_view text) const;
+
   std::string installation_path_;
   std::string user_folder_;
 };

@@ -6,6 +6,7 @@
 #include <QDialog>
 #include <QLabel>
 #include <QMenu>
+#include <QTabBar>
 #include <QTest>
 #include <QWidget>
 #include <cstddef>
@@ -20,9 +21,13 @@
 #include "app/main_window.h"
 #include "model/filter.h"
 #include "tests/gui/scripted_dialogs.h"
+#include "tests/support/builders.h"
 #include "tests/support/temporary_folder.h"
+#include "ui/add_to_predefined_dialog.h"
 #include "ui/password_dialogs.h"
+#include "ui/predefined_dialog.h"
 #include "ui/preview_window.h"
+#include "ui/string_editor.h"
 
 namespace zarvo {
 namespace {
@@ -35,6 +40,7 @@ struct Stage {
   TemporaryFolder Folder;
   ScriptedDialogs Dialogs;
   Filter TheFilter;
+  SubpatternLibrary Library{Folder.Path() + "/", ""};
   std::unique_ptr<QDialog> Window;
 
   [[nodiscard]] QString FolderPath() const {
@@ -48,6 +54,13 @@ struct WindowCase {
 };
 
 void PrintTo(const WindowCase& window, std::ostream* out) { *out << window.Name; }
+
+void MakeStringEditor(Stage& stage, StringEditor::Mode mode) {
+  stage.Window = std::make_unique<StringEditor>(
+      EditorServices{stage.Dialogs, stage.Library, {}}, mode,
+      testing::Of({testing::List("ab"), testing::Str(""), testing::Str("c")}),
+      stage.TheFilter.Functions, false, nullptr);
+}
 
 std::vector<WindowCase> AllWindows() {
   return {
@@ -68,6 +81,19 @@ std::vector<WindowCase> AllWindows() {
          stage.Window = std::move(window);
        }},
       {"About", [](Stage& stage) { stage.Window = std::make_unique<AboutDialog>(); }},
+      {"StringEditorOfAPattern",
+       [](Stage& stage) { MakeStringEditor(stage, StringEditor::Mode::Pattern); }},
+      {"StringEditorOfAReplacement",
+       [](Stage& stage) { MakeStringEditor(stage, StringEditor::Mode::Replacement); }},
+      {"AddToPredefined",
+       [](Stage& stage) { stage.Window = std::make_unique<AddToPredefinedDialog>(); }},
+      {"Predefined",
+       [](Stage& stage) {
+         stage.Folder.Write("Subpatterns.dat",
+                            "[General]\nStrings=1\n[Strings]\nName1=a\nString1=b\nRender1=c\n");
+         stage.Window = std::make_unique<PredefinedDialog>(stage.Library, LibrarySection::Strings,
+                                                           false, nullptr);
+       }},
       {"EnterPassword",
        [](Stage& stage) { stage.Window = std::make_unique<EnterPasswordDialog>(); }},
       {"PasswordChange",
@@ -293,6 +319,46 @@ TEST(AccessibleNames, OfThePasswordDialogsSayWhichPassword) {
   EXPECT_EQ(NameOf(change, "oldPasswordEdit"), "Old password");
   EXPECT_EQ(NameOf(change, "newPasswordEdit"), "New password");
   EXPECT_EQ(NameOf(change, "retypeEdit"), "Retype new");
+}
+
+TEST(AccessibleNames, OfTheStringEditorAreItsLabelsWithoutColonsCaptionsAndToolTips) {
+  Stage stage;
+  MakeStringEditor(stage, StringEditor::Mode::Pattern);
+  for (const auto& [object, name] :
+       std::initializer_list<NamedControl>{{"outputEdit", "Output"},
+                                           {"subsTabs", "Subs"},
+                                           {"newButton", "New"},
+                                           {"deleteButton", "Delete"},
+                                           {"moveLeftButton", "Move left"},
+                                           {"moveRightButton", "Move right"},
+                                           {"textEdit", "Subpattern text"},
+                                           {"renderEdit", "Render"},
+                                           {"stringRadio", "String"},
+                                           {"stringsMenuButton", "Strings menu"},
+                                           {"codeRadio", "Character code"},
+                                           {"codesMenuButton", "Character codes menu"},
+                                           {"functionRadio", "Function"},
+                                           {"functionsMenuButton", "Functions menu"},
+                                           {"listRadio", "Character list"},
+                                           {"listsMenuButton", "Character lists menu"},
+                                           {"negatedBox", "Neg."},
+                                           {"mostSignificantBox", "Most significant"},
+                                           {"findButton", "Find"},
+                                           {"okButton", "OK"},
+                                           {"cancelButton", "Cancel"},
+                                           {"helpButton", "Help"}}) {
+    EXPECT_EQ(NameOf(*stage.Window, object), name);
+  }
+}
+
+TEST(AccessibleNames, OfAnEmptySubpatternsTabIsItsNumber) {
+  Stage stage;
+  MakeStringEditor(stage, StringEditor::Mode::Pattern);
+  QAccessibleInterface* tabs =
+      QAccessible::queryAccessibleInterface(stage.Window->findChild<QTabBar*>());
+  ASSERT_GE(tabs->childCount(), 3);
+  EXPECT_EQ(tabs->child(0)->text(QAccessible::Name), "[a, b]");
+  EXPECT_EQ(tabs->child(1)->text(QAccessible::Name), "Subpattern 2");
 }
 
 TEST(AccessibleNames, NoTwoControlsOfTheMainWindowSoundTheSame) {
