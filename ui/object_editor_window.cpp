@@ -176,6 +176,10 @@ bool ObjectEditorWindow::RefuseAndReload() {
   return true;
 }
 
+bool ObjectEditorWindow::RefuseCommand() {
+  return kind_.ReloadsOnRefusedCommand ? RefuseAndReload() : Refuse();
+}
+
 void ObjectEditorWindow::StoreName() {
   list_->Rename(Current(), controls_.Name->Bytes());
   controls_.Tabs->SetCaption(static_cast<int>(Current()), TabCaption(list_->NameAt(Current())));
@@ -211,13 +215,13 @@ void ObjectEditorWindow::AddTab(std::size_t position) {
 }
 
 void ObjectEditorWindow::OnNew() {
-  if (Refuse()) return;
+  if (RefuseCommand()) return;
   AddTab(AppendNew());
   Reload();
 }
 
 void ObjectEditorWindow::OnDelete() {
-  if (Refuse() || !HasCurrent()) return;
+  if (RefuseCommand() || !HasCurrent()) return;
   const QString question = kind_.DeleteQuestion + QLatin1Char('"') +
                            FromBytes(list_->NameAt(Current())) + QStringLiteral("\"?");
   if (Services().Dialogs.Message(this, MessageIcon::Question, question, MessageButtons::YesNo) !=
