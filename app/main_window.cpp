@@ -47,9 +47,10 @@ MainWindow::MainWindow(QString installation_folder, Dialogs& dialogs)
   setWindowFlag(Qt::WindowMinimizeButtonHint, true);
   type_edit_ = new ByteLineEdit(ui_->typeBox);
   type_edit_->setObjectName(QStringLiteral("typeEdit"));
-  ui_->typeBox->setLineEdit(type_edit_);
-  // Made last, it would stand last in the order of Shift+Tab.
+  // Made last, it would stand last in the order of Shift+Tab. Once it is the box's own edit, the
+  // toolkit would tear the order apart here, and write to freed memory at the window's end.
   setTabOrder(ui_->typeBox, type_edit_);
+  ui_->typeBox->setLineEdit(type_edit_);
   ui_->typeBox->setCompleter(nullptr);
   ui_->versionEdit->setValidator(new QRegularExpressionValidator(
       QRegularExpression(QStringLiteral("-?[0-9]*")), ui_->versionEdit));

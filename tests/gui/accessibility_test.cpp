@@ -24,9 +24,12 @@
 #include "tests/support/builders.h"
 #include "tests/support/temporary_folder.h"
 #include "ui/add_to_predefined_dialog.h"
+#include "ui/functions_editor.h"
 #include "ui/password_dialogs.h"
 #include "ui/predefined_dialog.h"
 #include "ui/preview_window.h"
+#include "ui/rules_editor.h"
+#include "ui/sets_editor.h"
 #include "ui/string_editor.h"
 
 namespace zarvo {
@@ -47,6 +50,17 @@ struct Stage {
     return QString::fromStdString(Folder.Path()) + QLatin1Char('/');
   }
 };
+
+template <typename Editor>
+void MakeObjectEditor(Stage& stage) {
+  stage.TheFilter = testing::FilterOf(
+      {testing::Replace(testing::Of({testing::Str("ab")}), testing::Of({testing::Str("c")})),
+       testing::Insert(testing::Of({testing::Str("ab")}), 1, {})},
+      {testing::SetOf("a", {testing::Of({testing::Str("b")})}), testing::SetOf("c", {})},
+      {testing::FunctionOf("d", {{"e", "f"}}), testing::FunctionOf("g", {})});
+  stage.Window = std::make_unique<Editor>(
+      EditorHost{{stage.Dialogs, stage.Library, {}}, stage.TheFilter, [] {}, [] {}, [] {}});
+}
 
 struct WindowCase {
   const char* Name;
@@ -85,6 +99,9 @@ std::vector<WindowCase> AllWindows() {
        [](Stage& stage) { MakeStringEditor(stage, StringEditor::Mode::Pattern); }},
       {"StringEditorOfAReplacement",
        [](Stage& stage) { MakeStringEditor(stage, StringEditor::Mode::Replacement); }},
+      {"RulesEditor", MakeObjectEditor<RulesEditor>},
+      {"SetsEditor", MakeObjectEditor<SetsEditor>},
+      {"FunctionsEditor", MakeObjectEditor<FunctionsEditor>},
       {"AddToPredefined",
        [](Stage& stage) { stage.Window = std::make_unique<AddToPredefinedDialog>(); }},
       {"Predefined",
@@ -217,6 +234,13 @@ TEST_P(EveryWindow, ReachesItsControlsByShiftTabInTheOppositeOrder) {
   for (std::size_t i = order.size(); i > 0; --i) {
     QTest::keyClick(Window().windowHandle(), Qt::Key_Backtab, Qt::ShiftModifier);
     ASSERT_EQ(Window().focusWidget(), order[i - 1]) << Describe(*order[i - 1]);
+  }
+}
+
+TEST_P(EveryWindow, LinksItsControlsInBothDirections) {
+  for (const QWidget* widget : Widgets()) {
+    EXPECT_EQ(widget->nextInFocusChain()->previousInFocusChain(), widget) << Describe(*widget);
+    EXPECT_EQ(widget->previousInFocusChain()->nextInFocusChain(), widget) << Describe(*widget);
   }
 }
 
