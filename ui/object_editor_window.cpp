@@ -128,7 +128,7 @@ void ObjectEditorWindow::Select(std::size_t position) {
 }
 
 void ObjectEditorWindow::BuildTabs() {
-  std::vector<QString> captions;
+  std::vector<std::string> captions;
   captions.reserve(list_->Count());
   for (std::size_t i = 0; i < list_->Count(); ++i) captions.push_back(TabCaption(list_->NameAt(i)));
   const QSignalBlocker blocker(controls_.Tabs);

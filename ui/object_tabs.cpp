@@ -3,8 +3,7 @@
 #include <QMouseEvent>
 #include <utility>
 
-#include "ui/byte_text.h"
-#include "ui/plain_text.h"
+#include "ui/plain_caption.h"
 
 namespace zarvo {
 namespace {
@@ -22,19 +21,19 @@ ObjectTabs::ObjectTabs(QWidget* parent) : QTabBar(parent), sizes_(kKeptSizes) {
   connect(this, &QTabBar::currentChanged, this, &ObjectTabs::Chosen);
 }
 
-void ObjectTabs::SetCaptions(const std::vector<QString>& captions) {
+void ObjectTabs::SetCaptions(const std::vector<std::string>& captions) {
   const int wanted = static_cast<int>(captions.size());
   while (count() > wanted) removeTab(count() - 1);
   for (int i = 0; i < count(); ++i) SetCaption(i, captions[static_cast<std::size_t>(i)]);
   while (count() < wanted) AppendCaption(captions[static_cast<std::size_t>(count())]);
 }
 
-void ObjectTabs::SetCaption(int position, const QString& caption) {
+void ObjectTabs::SetCaption(int position, std::string_view caption) {
   const QString text = PlainCaption(caption);
   if (tabText(position) != text) setTabText(position, text);
 }
 
-void ObjectTabs::AppendCaption(const QString& caption) { addTab(PlainCaption(caption)); }
+void ObjectTabs::AppendCaption(std::string_view caption) { addTab(PlainCaption(caption)); }
 
 QString ObjectTabs::Caption(int position) const {
   return tabText(position).replace(QStringLiteral("&&"), QStringLiteral("&"));
@@ -66,11 +65,11 @@ void ObjectTabs::changeEvent(QEvent* event) {
   QTabBar::changeEvent(event);
 }
 
-QString ShortenedCaption(std::string_view name, std::size_t limit, std::size_t kept) {
-  if (name.size() < limit) return FromBytes(name);
-  return FromBytes(name.substr(0, kept)) + QStringLiteral("...");
+std::string TabCaption(std::string_view name) {
+  constexpr std::size_t kLimit = 24;
+  constexpr std::size_t kKept = 20;
+  if (name.size() < kLimit) return std::string(name);
+  return std::string(name.substr(0, kKept)) + "...";
 }
-
-QString TabCaption(std::string_view name) { return ShortenedCaption(name, 24, 20); }
 
 }  // namespace zarvo

@@ -3,13 +3,14 @@
 
 #include <QCache>
 #include <QTabBar>
+#include <string>
 #include <string_view>
 #include <vector>
 
 namespace zarvo {
 
 /// A tab's size is computed once for each caption, so that thousands of tabs stay quick to fill and
-/// to change. Captions are plain text.
+/// to change. Captions are bytes of the document.
 class ObjectTabs : public QTabBar {
   Q_OBJECT
 
@@ -17,9 +18,10 @@ class ObjectTabs : public QTabBar {
   explicit ObjectTabs(QWidget* parent = nullptr);
 
   /// As many tabs as captions, in their order. The selected position stays where there is one.
-  void SetCaptions(const std::vector<QString>& captions);
-  void SetCaption(int position, const QString& caption);
-  void AppendCaption(const QString& caption);
+  void SetCaptions(const std::vector<std::string>& captions);
+  void SetCaption(int position, std::string_view caption);
+  void AppendCaption(std::string_view caption);
+  /// As it is shown.
   [[nodiscard]] QString Caption(int position) const;
 
  signals:
@@ -40,9 +42,6 @@ class ObjectTabs : public QTabBar {
 
 /// The caption for an object's name: the name when it is shorter than 24 bytes, else its first 20
 /// and "...".
-[[nodiscard]] QString TabCaption(std::string_view name);
-
-/// The name when it is shorter than the limit, else as many of its first bytes as kept and "...".
-[[nodiscard]] QString ShortenedCaption(std::string_view name, std::size_t limit, std::size_t kept);
+[[nodiscard]] std::string TabCaption(std::string_view name);
 
 }  // namespace zarvo

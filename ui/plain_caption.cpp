@@ -4,12 +4,16 @@
 
 namespace zarvo {
 
-QString PlainCaption(std::string_view bytes) {
-  QString caption = FromBytes(bytes);
-  for (QChar& character : caption) {
+QString PlainLine(std::string_view bytes) {
+  QString line = FromBytes(bytes);
+  for (QChar& character : line) {
     if (character == u'\t' || character == u'\r' || character == u'\n') character = u' ';
   }
-  return caption.replace(u'&', QStringLiteral("&&"));
+  return line;
+}
+
+QString PlainCaption(std::string_view bytes) {
+  return PlainLine(bytes).replace(u'&', QStringLiteral("&&"));
 }
 
 }  // namespace zarvo

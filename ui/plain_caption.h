@@ -1,4 +1,4 @@
-// Names from a document on tabs and in menus.
+// Texts from a document in lists, on tabs and in menus.
 #pragma once
 
 #include <QString>
@@ -6,8 +6,10 @@
 
 namespace zarvo {
 
-/// The bytes as a caption that shows them as they are: an "&" is no mnemonic, and what would break
-/// the line or begin a column is a blank.
+/// The bytes as one line: what would break the line or begin a column is a blank.
+[[nodiscard]] QString PlainLine(std::string_view bytes);
+
+/// The line as a caption that shows it as it is: an "&" is no mnemonic.
 [[nodiscard]] QString PlainCaption(std::string_view bytes);
 
 }  // namespace zarvo

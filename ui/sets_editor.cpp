@@ -3,8 +3,7 @@
 #include <QSignalBlocker>
 #include <utility>
 
-#include "ui/byte_text.h"
-#include "ui/plain_text.h"
+#include "ui/plain_caption.h"
 #include "ui/string_editor.h"
 #include "ui_sets_editor.h"
 
@@ -61,7 +60,7 @@ void SetsEditor::LoadObject() {
     ui_->stringList->clear();
     if (HasCurrent()) {
       for (const Pattern& string : CurrentSet().Strings) {
-        ui_->stringList->addItem(PlainLine(FromBytes(DisplayForm(string))));
+        ui_->stringList->addItem(PlainLine(DisplayForm(string)));
       }
     }
   }

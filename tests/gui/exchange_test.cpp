@@ -1,349 +1,350 @@
-// Files of one Set or one Function, as their editors export and import them.
+// Files of one Rule, Set or Function, written and read by each of the editors.
+#include <cstring>
 
-#include <array>
-#include <string_view>
-#include <type_traits>
-
-#include "tests/gui/list_editor_fixture.h"
-#include "tests/support/golden.h"
-#include "tests/support/golden_filters.h"
+#include "model/records.h"
+#include "tests/gui/editor_fixture.h"
 
 namespace zarvo {
 namespace {
 
+using testing::BytesOf;
 using testing::Call;
+using testing::EditorNames;
+using testing::FilterOf;
 using testing::FunctionOf;
-using testing::Golden;
+using testing::List;
 using testing::Of;
+using testing::Replace;
 using testing::SetOf;
 using testing::Str;
 
-template <typename Object>
-struct Exchanged;
+template <typename Record>
+std::string RecordOf(Record record) {
+  std::string bytes;
+  Archive archive = Archive::Storing(bytes);
+  Serialize(archive, record);
+  return bytes;
+}
 
-template <>
-struct Exchanged<Set> {
-  static constexpr testing::EditorNames kEditor = testing::kSetsEditor;
-  static constexpr const char* kList = "stringList";
-  // The two differ in one letter.
-  static constexpr const char* kImportFilters =
-      "Binary Zarvo set (*.ZarvoSet)|*.ZarvoSet|All files (*.*)|*.*|";
-  static constexpr const char* kExportFilters =
-      "Binary Zarvo sets (*.ZarvoSet)|*.ZarvoSet|All files (*.*)|*.*|";
-  static constexpr const char* kExtension = "ZarvoSet";
-  static constexpr const char* kGolden = "set";
-  static constexpr std::array<const char*, 2> kOthersGolden = {"function", "rule"};
-  static constexpr bool kUpdatesPreview = true;
-
-  static Set Named(std::string name) { return SetOf(std::move(name), {}); }
-  /// What the golden file holds.
-  static Set Stored() { return SetOf("ends", {Of({Str(".")}, 0), Of({Call("f(1,1)")})}); }
-  static std::vector<std::string> StoredLines() { return {".", "{f(1,1)}"}; }
-  static std::vector<Set>& ListOf(Filter& filter) { return filter.Sets.Elements; }
+// What the files of one kind of object are.
+struct ExchangeCase {
+  const char* Kind;
+  EditorNames Editor;
+  const char* Extension;
+  const char* ImportFilters;
+  const char* ExportFilters;
+  // A filter with one object of this name and another in front of it.
+  std::function<zarvo::Filter(const char* name)> Make;
+  std::function<std::string(const zarvo::Filter& filter, std::size_t position)> Record;
+  std::function<std::vector<std::string>(const zarvo::Filter& filter)> Names;
 };
 
-template <>
-struct Exchanged<Function> {
-  static constexpr testing::EditorNames kEditor = testing::kFunctionsEditor;
-  static constexpr const char* kList = "pairList";
-  static constexpr const char* kImportFilters =
-      "Binary Zarvo functions (*.ZarvoFunction)|*.ZarvoFunction|All files (*.*)|*.*|";
-  static constexpr const char* kExportFilters = kImportFilters;
-  static constexpr const char* kExtension = "ZarvoFunction";
-  static constexpr const char* kGolden = "function";
-  static constexpr std::array<const char*, 2> kOthersGolden = {"set", "rule"};
-  static constexpr bool kUpdatesPreview = false;
+void PrintTo(const ExchangeCase& exchange, std::ostream* out) { *out << exchange.Kind; }
 
-  static Function Named(std::string name) { return FunctionOf(std::move(name), {}); }
-  static Function Stored() { return FunctionOf("upper", {{"a", "A"}, {"\xDF", "SS"}}, 1); }
-  static std::vector<std::string> StoredLines() { return {"a \u2014> A", "\u00DF \u2014> SS"}; }
-  static std::vector<Function>& ListOf(Filter& filter) { return filter.Functions.Elements; }
-};
+template <typename Objects>
+std::vector<std::string> NamesOf(const Objects& objects) {
+  std::vector<std::string> names;
+  for (const auto& object : objects) names.push_back(object.Name);
+  return names;
+}
 
-template <typename Object>
-class ExchangeTest : public testing::ListEditorFixture {
+constexpr const char* kRuleFiles =
+    "Binary Zarvo rules (*.ZarvoRule)|*.ZarvoRule|All files (*.*)|*.*|";
+constexpr const char* kFunctionFiles =
+    "Binary Zarvo functions (*.ZarvoFunction)|*.ZarvoFunction|All files (*.*)|*.*|";
+
+Rule SampleRule(const char* name) {
+  Rule rule = Replace(Of({Str("ab"), List("xyz")}, 0), Of({Str("n"), Call("f(1)")}, 0));
+  rule.Name = name;
+  rule.Probability = 42;
+  rule.Strict = 1;
+  rule.ReplacementSetName = "a set";
+  return rule;
+}
+
+std::vector<ExchangeCase> ExchangeCases() {
+  return {
+      {"Rule", testing::kRulesEditor, "ZarvoRule", kRuleFiles, kRuleFiles,
+       [](const char* name) {
+         return FilterOf({SampleRule("front"), SampleRule(name)});
+       },
+       [](const zarvo::Filter& filter, std::size_t position) {
+         return RecordOf(filter.Rules[position]);
+       },
+       [](const zarvo::Filter& filter) { return NamesOf(filter.Rules); }},
+      {"Set", testing::kSetsEditor, "ZarvoSet",
+       "Binary Zarvo set (*.ZarvoSet)|*.ZarvoSet|All files (*.*)|*.*|",
+       "Binary Zarvo sets (*.ZarvoSet)|*.ZarvoSet|All files (*.*)|*.*|",
+       [](const char* name) {
+         return FilterOf(
+             {}, {SetOf("front", {}), SetOf(name, {Of({Str("one")}, 0), Of({Call("f(x)")})})});
+       },
+       [](const zarvo::Filter& filter, std::size_t position) {
+         return RecordOf(filter.Sets[position]);
+       },
+       [](const zarvo::Filter& filter) { return NamesOf(filter.Sets); }},
+      {"Function", testing::kFunctionsEditor, "ZarvoFunction", kFunctionFiles, kFunctionFiles,
+       [](const char* name) {
+         return FilterOf({}, {},
+                         {FunctionOf("front", {}),
+                          FunctionOf(name, {{"a", "1"}, {"b", "2"}}, Function::kReturnArgument)});
+       },
+       [](const zarvo::Filter& filter, std::size_t position) {
+         return RecordOf(filter.Functions[position]);
+       },
+       [](const zarvo::Filter& filter) { return NamesOf(filter.Functions); }},
+  };
+}
+
+class ExchangeTest : public testing::EditorFixture,
+                     public ::testing::WithParamInterface<ExchangeCase> {
  protected:
-  using Exchange = Exchanged<Object>;
+  using Strings = std::vector<std::string>;
 
-  ExchangeTest() : ListEditorFixture(Exchange::kEditor, Exchange::kList) {}
+  ExchangeTest() : EditorFixture(GetParam().Editor) {}
 
-  static Filter With(std::vector<Object> objects) {
-    Filter filter;
-    Exchange::ListOf(filter) = std::move(objects);
-    return filter;
+  void ShowNamed(const char* name) {
+    Show(GetParam().Make(name));
+    ClickTab(1);
   }
-  std::vector<Object>& Objects() { return Exchange::ListOf(TheFilter()); }
-
-  void Export(const QString& proposed_name, std::optional<QString> path) {
-    dialogs_.ExpectSave(Exchange::kExportFilters, Exchange::kExtension, proposed_name,
-                        std::move(path));
-    ClickIn("exportButton");
-    EXPECT_TRUE(dialogs_.IsDone());
+  void ExpectExport(const char* proposed, std::optional<QString> path) {
+    dialogs_.ExpectSave(GetParam().ExportFilters, GetParam().Extension,
+                        QString::fromLatin1(proposed), std::move(path));
   }
-  void Import(std::optional<QString> path) {
-    dialogs_.ExpectOpen(Exchange::kImportFilters, Exchange::kExtension, std::move(path));
+  void ExpectImport(std::optional<QString> path) {
+    dialogs_.ExpectOpen(GetParam().ImportFilters, GetParam().Extension, std::move(path));
+  }
+  void Import(const std::string& bytes) {
+    ExpectImport(QString::fromStdString(folder_.Write("import", bytes)));
     ClickIn("importButton");
-    EXPECT_TRUE(dialogs_.IsDone());
   }
-  void ImportBytes(std::string_view bytes) {
-    folder_.Write("imported", bytes);
-    Import(PathOf("imported"));
-  }
-  /// The import must fail with its message and leave everything as it is.
-  void ExpectRefused(std::string_view bytes, const std::string& what) {
-    const Filter before = TheFilter();
-    folder_.Write("damaged", bytes);
-    dialogs_.ExpectOpen(Exchange::kImportFilters, Exchange::kExtension, PathOf("damaged"));
-    ExpectExclamation("Error loading file " + folder_.File("damaged"));
-    ClickIn("importButton");
-    EXPECT_TRUE(dialogs_.IsDone()) << what;
-    EXPECT_EQ(TheFilter(), before) << what;
-    EXPECT_EQ(Captions().size(), Objects().size()) << what;
-    EXPECT_EQ(Selected(), 0) << what;
-    EXPECT_FALSE(WasModified()) << what;
-  }
+  std::string RecordAt(std::size_t position) { return GetParam().Record(TheFilter(), position); }
+  Strings Names() { return GetParam().Names(TheFilter()); }
+  std::string Count() { return TextOf(GetParam().Editor.Count).toStdString(); }
 };
-
-using Kinds = ::testing::Types<Set, Function>;
-class KindNames {
- public:
-  template <typename Object>
-  static std::string GetName(int /*position*/) {
-    return std::is_same_v<Object, Set> ? "Set" : "Function";
-  }
-};
-TYPED_TEST_SUITE(ExchangeTest, Kinds, KindNames);
 
 // ---- Export
 
-TYPED_TEST(ExchangeTest, ExportWritesTheRecordOfTheSelectedObject) {
-  using Kind = Exchanged<TypeParam>;
-  this->Show(this->With({Kind::Named("first"), Kind::Stored()}));
-  this->ClickTab(1);
-  const Filter before = this->TheFilter();
-  const std::string name = Kind::Stored().Name;
-  this->Export(QString::fromStdString(name), this->PathOf("exported"));
-  EXPECT_EQ(this->folder_.Read("exported"), Golden(Kind::kGolden));
-  EXPECT_EQ(this->TheFilter(), before);
-  EXPECT_EQ(this->Selected(), 1);
-  EXPECT_FALSE(this->WasModified());
+TEST_P(ExchangeTest, ExportsTheRecordOfTheSelectedObjectAndNothingElse) {
+  ShowNamed("chosen");
+  const std::string before = BytesOf(TheFilter());
+  folder_.Write("out", "what was there before, longer than any record of the filter: " +
+                           std::string(1000, 'x'));
+  ExpectExport("chosen", PathOf("out"));
+  ClickIn("exportButton");
+  EXPECT_EQ(folder_.Read("out"), RecordAt(1));
+  EXPECT_EQ(BytesOf(TheFilter()), before);
+  EXPECT_TRUE(Doc().Saved);
 }
 
-TYPED_TEST(ExchangeTest, ExportReplacesALongerFile) {
-  using Kind = Exchanged<TypeParam>;
-  this->Show(this->With({Kind::Stored()}));
-  this->folder_.Write("exported", std::string(10000, 'x'));
-  this->Export(QString::fromStdString(Kind::Stored().Name), this->PathOf("exported"));
-  EXPECT_EQ(this->folder_.Read("exported"), Golden(Kind::kGolden));
+TEST_P(ExchangeTest, ExportsFromALockedFilterToo) {
+  Show(Locked(GetParam().Make("chosen")));
+  ExpectExport("front", PathOf("out"));
+  ClickIn("exportButton");
+  EXPECT_EQ(folder_.Read("out"), RecordAt(0));
 }
 
-TYPED_TEST(ExchangeTest, CancelledExportWritesNothing) {
-  using Kind = Exchanged<TypeParam>;
-  this->Show(this->With({Kind::Named("n")}));
-  const std::size_t files = this->folder_.Count();
-  this->Export(QStringLiteral("n"), std::nullopt);
-  EXPECT_EQ(this->folder_.Count(), files);
-}
-
-TYPED_TEST(ExchangeTest, ExportProposesTheNameWithoutSeparators) {
-  using Kind = Exchanged<TypeParam>;
-  const std::pair<const char*, QString> names[] = {
-      {"", QString()},
-      {"a b", QStringLiteral("a b")},
-      {"a/b/", QStringLiteral("a_b_")},
-      {"& <i> \"q\"", QStringLiteral("& <i> \"q\"")},
-      {"\x9C\xE6.txt", QStringLiteral("\u0153\u00E6.txt")}};
-  for (const auto& [name, proposed] : names) {
-    this->Show(this->With({Kind::Named(name)}));
-    this->Export(proposed, std::nullopt);
+TEST_P(ExchangeTest, ProposesTheNameAsAFileName) {
+  for (const auto& [name, proposed] : std::initializer_list<std::pair<const char*, const char*>>{
+           {"caf\xE9 & [*]", "caf\xE9 & [*]"}, {"a/b/c", "a_b_c"}, {"", ""}}) {
+    ShowNamed(name);
+    ExpectExport(proposed, std::nullopt);
+    ClickIn("exportButton");
   }
+  // Nothing but the filters that were opened.
+  EXPECT_EQ(folder_.Count(), 1U);
 }
 
-TYPED_TEST(ExchangeTest, ExportThatFailsSaysSo) {
-  using Kind = Exchanged<TypeParam>;
-  this->Show(this->With({Kind::Named("n")}));
-  const Filter before = this->TheFilter();
-  const std::string path = this->folder_.File("no folder") + "/f";
-  this->dialogs_.ExpectSave(Kind::kExportFilters, Kind::kExtension, QStringLiteral("n"),
-                            QString::fromStdString(path));
-  this->ExpectExclamation("Error saving file " + path);
-  this->ClickIn("exportButton");
-  EXPECT_TRUE(this->dialogs_.IsDone());
-  EXPECT_EQ(this->TheFilter(), before);
-  EXPECT_FALSE(this->WasModified());
-}
-
-TYPED_TEST(ExchangeTest, ALockedFilterIsExported) {
-  using Kind = Exchanged<TypeParam>;
-  this->ShowLocked(this->With({Kind::Stored()}));
-  this->Export(QString::fromStdString(Kind::Stored().Name), this->PathOf("exported"));
-  EXPECT_EQ(this->folder_.Read("exported"), Golden(Kind::kGolden));
-}
-
-TYPED_TEST(ExchangeTest, ARecordOfAnotherVersionIsExportedAsItsNumber) {
-  this->Show(this->With({testing::OfVersion<TypeParam>(2)}));
-  this->Export(QString(), this->PathOf("exported"));
-  EXPECT_EQ(this->folder_.Read("exported"), Golden("record-other-version"));
+TEST_P(ExchangeTest, AFailedExportSaysWithWhichFile) {
+  ShowNamed("chosen");
+  const QString path = PathOf("no folder/out");
+  ExpectExport("chosen", path);
+  ExpectExclamation("Error saving file " + path.toStdString());
+  ClickIn("exportButton");
+  EXPECT_TRUE(Doc().Saved);
 }
 
 // ---- Import
 
-TYPED_TEST(ExchangeTest, ImportAppendsSelectsAndShowsTheObject) {
-  using Kind = Exchanged<TypeParam>;
-  this->Show(this->With({Kind::Named("a"), Kind::Named("b")}));
-  this->AutoUpdate();
-  this->ImportBytes(Golden(Kind::kGolden));
-  EXPECT_EQ(this->Objects(),
-            (std::vector<TypeParam>{Kind::Named("a"), Kind::Named("b"), Kind::Stored()}));
-  EXPECT_EQ(this->Captions(), (std::vector<std::string>{"a", "b", Kind::Stored().Name}));
-  EXPECT_EQ(this->Selected(), 2);
-  EXPECT_EQ(this->ShownIn("nameEdit"), Kind::Stored().Name);
-  EXPECT_EQ(this->Lines(), Kind::StoredLines());
-  EXPECT_EQ(this->Count(), "3");
-  EXPECT_TRUE(this->WasModified());
-  EXPECT_EQ(this->WasPreviewUpdated(), Kind::kUpdatesPreview);
+TEST_P(ExchangeTest, ImportAppendsTheObjectSelectsItAndMarksTheFilter) {
+  ShowNamed("chosen");
+  const std::string record = RecordAt(1);
+  ClickTab(0);
+  Import(record);
+  // The name is there already, and stays twice.
+  EXPECT_EQ(Names(), (Strings{"front", "chosen", "chosen"}));
+  EXPECT_EQ(RecordAt(2), record);
+  EXPECT_EQ(Captions(), Names());
+  EXPECT_EQ(Selected(), 2);
+  EXPECT_EQ(Name().text(), "chosen");
+  EXPECT_EQ(Count(), "3");
+  EXPECT_FALSE(Doc().Saved);
 }
 
-TYPED_TEST(ExchangeTest, ImportDoesNotLookAtNames) {
-  using Kind = Exchanged<TypeParam>;
-  this->Show(this->With({Kind::Named(Kind::Stored().Name), Kind::Named("b")}));
-  this->ImportBytes(Golden(Kind::kGolden));
-  const std::string name = Kind::Stored().Name;
-  EXPECT_EQ(this->Captions(), (std::vector<std::string>{name, "b", name}));
-  EXPECT_EQ(this->Selected(), 2);
-  EXPECT_EQ(this->Objects()[0], Kind::Named(name));
-  EXPECT_EQ(this->Objects()[2], Kind::Stored());
+TEST_P(ExchangeTest, ImportsIntoAnEmptyFilter) {
+  const std::string record = GetParam().Record(GetParam().Make("chosen"), 1);
+  Load({});
+  ShowEditor();
+  window_->NewDocument();
+  ASSERT_EQ(Tabs().count(), 0);
+  ASSERT_FALSE(IsEnabled("exportButton"));
+  Import(record);
+  EXPECT_EQ(Names(), Strings{"chosen"});
+  EXPECT_EQ(Selected(), 0);
+  EXPECT_EQ(Name().text(), "chosen");
+  EXPECT_TRUE(IsEnabled("exportButton"));
 }
 
-TYPED_TEST(ExchangeTest, ImportIntoAnEmptyListMakesItTheOnlyObject) {
-  using Kind = Exchanged<TypeParam>;
-  this->Show(this->With({Kind::Named("a")}));
-  this->window_->NewDocument();
-  ASSERT_FALSE(this->IsEnabled("nameEdit"));
-  this->ImportBytes(Golden(Kind::kGolden));
-  EXPECT_EQ(this->Objects(), std::vector<TypeParam>{Kind::Stored()});
-  EXPECT_EQ(this->Selected(), 0);
-  EXPECT_EQ(this->Lines(), Kind::StoredLines());
-  EXPECT_TRUE(this->IsEnabled("nameEdit"));
-  EXPECT_TRUE(this->IsEnabled("exportButton"));
-  EXPECT_FALSE(this->IsEnabled("deleteButton"));
+TEST_P(ExchangeTest, ALongNameIsShortenedOnItsTab) {
+  ShowNamed("123456789012345678901234567890");
+  Import(RecordAt(1));
+  EXPECT_EQ(Captions().back(), "12345678901234567890...");
+  EXPECT_EQ(Names().back(), "123456789012345678901234567890");
 }
 
-TYPED_TEST(ExchangeTest, TheTabShowsTwentyBytesOfALongName) {
-  using Kind = Exchanged<TypeParam>;
-  this->Show(this->With({Kind::Named("a")}));
-  for (const std::size_t length : {23U, 24U, 300U}) {
-    TypeParam object = Kind::Named(std::string(length, 'n'));
-    this->ImportBytes(testing::SaveRecord(object));
-    EXPECT_EQ(this->Captions().back(),
-              length < 24 ? std::string(length, 'n') : std::string(20, 'n') + "...");
-    EXPECT_EQ(this->Objects().back(), object);
+TEST_P(ExchangeTest, BytesBehindTheRecordAreIgnored) {
+  ShowNamed("chosen");
+  const std::string record = RecordAt(1);
+  Import(record + "and more" + std::string(5000, '\0'));
+  EXPECT_EQ(RecordAt(2), record);
+  EXPECT_EQ(Names().size(), 3U);
+}
+
+TEST_P(ExchangeTest, EveryFileShorterThanItsRecordIsRefused) {
+  ShowNamed("chosen");
+  const std::string before = BytesOf(TheFilter());
+  const std::string record = RecordAt(1);
+  for (std::size_t size = 0; size < record.size(); ++size) {
+    const QString path = QString::fromStdString(folder_.Write("cut", record.substr(0, size)));
+    ExpectImport(path);
+    ExpectExclamation("Error loading file " + path.toStdString());
+    ClickIn("importButton");
+    ASSERT_TRUE(dialogs_.IsDone()) << size;
+    ASSERT_EQ(BytesOf(TheFilter()), before) << size;
   }
+  EXPECT_EQ(Tabs().count(), 2);
+  EXPECT_EQ(Selected(), 1);
+  EXPECT_TRUE(Doc().Saved);
 }
 
-TYPED_TEST(ExchangeTest, ExportedObjectsComeBackWithAllTheirBytes) {
-  using Kind = Exchanged<TypeParam>;
-  std::string bytes;
-  for (int byte = 1; byte < 256; ++byte) bytes += static_cast<char>(byte);
-  this->Show(this->With({Kind::Named(bytes)}));
-  QString proposed = FromBytes(bytes);
-  this->Export(proposed.replace(QLatin1Char('/'), QLatin1Char('_')), this->PathOf("exported"));
-  this->Import(this->PathOf("exported"));
-  EXPECT_EQ(this->Objects(), (std::vector<TypeParam>{Kind::Named(bytes), Kind::Named(bytes)}));
-}
-
-TYPED_TEST(ExchangeTest, CancelledImportChangesNothing) {
-  using Kind = Exchanged<TypeParam>;
-  this->Show(this->With({Kind::Named("a")}));
-  this->Import(std::nullopt);
-  EXPECT_EQ(this->Objects(), std::vector<TypeParam>{Kind::Named("a")});
-  EXPECT_FALSE(this->WasModified());
-}
-
-TYPED_TEST(ExchangeTest, AFileThatCannotBeOpenedIsPassedOverInSilence) {
-  using Kind = Exchanged<TypeParam>;
-  this->Show(this->With({Kind::Named("a")}));
-  this->Import(this->PathOf("not there"));
-  EXPECT_EQ(this->Objects(), std::vector<TypeParam>{Kind::Named("a")});
-  EXPECT_EQ(this->Captions(), std::vector<std::string>{"a"});
-  EXPECT_FALSE(this->WasModified());
-}
-
-TYPED_TEST(ExchangeTest, EveryTruncatedRecordIsRefused) {
-  using Kind = Exchanged<TypeParam>;
-  this->Show(this->With({Kind::Named("a"), Kind::Stored()}));
-  const std::string whole = Golden(Kind::kGolden);
-  for (std::size_t length = 0; length < whole.size(); ++length) {
-    this->ExpectRefused(whole.substr(0, length), std::to_string(length) + " bytes");
+TEST_P(ExchangeTest, ARecordOfAnotherVersionIsAppendedWithItsDefaults) {
+  ShowNamed("chosen");
+  for (const char* bytes : {"\x02\x00\x00", "Foreign text of some length", "PK\x03\x04 rest"}) {
+    // The first has a zero byte at its end too.
+    Import(std::string(bytes, std::max<std::size_t>(4, std::strlen(bytes))));
+    EXPECT_EQ(Names().back(), "");
+    EXPECT_EQ(Captions().back(), "");
   }
+  EXPECT_EQ(Names().size(), 5U);
+  EXPECT_EQ(Selected(), 4);
+  EXPECT_FALSE(Doc().Saved);
+  // Changed, it is stored whole.
+  TypeName("now named");
+  Load(TheFilter());
+  EXPECT_EQ(Names().back(), "now named");
+  EXPECT_EQ(Names()[3], "");
 }
 
-TYPED_TEST(ExchangeTest, FilesOfOtherKindsAreRefused) {
-  using Kind = Exchanged<TypeParam>;
-  this->Show(this->With({Kind::Named("a")}));
-  for (const char* other : Kind::kOthersGolden) this->ExpectRefused(Golden(other), other);
-}
-
-TYPED_TEST(ExchangeTest, AForeignFileCountsAsARecordOfAnotherVersion) {
-  using Kind = Exchanged<TypeParam>;
-  this->Show(this->With({Kind::Named("a")}));
-  this->ImportBytes("text\r\n");
-  this->ImportBytes(Golden("format-v6"));
-  ASSERT_EQ(this->Objects().size(), 3U);
-  EXPECT_EQ(this->Objects()[1], testing::OfVersion<TypeParam>(0x74786574));
-  EXPECT_EQ(this->Objects()[2], testing::OfVersion<TypeParam>(0x52415A0C));
-}
-
-TYPED_TEST(ExchangeTest, ARecordOfAnotherVersionIsAppendedWithTheDefaults) {
-  using Kind = Exchanged<TypeParam>;
-  this->Show(this->With({Kind::Named("a")}));
-  this->ImportBytes(Golden("record-other-version"));
-  EXPECT_EQ(this->Objects(),
-            (std::vector<TypeParam>{Kind::Named("a"), testing::OfVersion<TypeParam>(2)}));
-  EXPECT_EQ(this->Captions(), (std::vector<std::string>{"a", ""}));
-  EXPECT_EQ(this->Selected(), 1);
-  EXPECT_EQ(this->ShownIn("nameEdit"), "");
-  EXPECT_EQ(this->Lines(), std::vector<std::string>());
-  EXPECT_TRUE(this->WasModified());
-}
-
-TYPED_TEST(ExchangeTest, BytesBehindTheRecordAreIgnored) {
-  using Kind = Exchanged<TypeParam>;
-  this->Show(this->With({Kind::Named("a")}));
-  this->ImportBytes(Golden(Kind::kGolden) + Golden(Kind::kGolden) + "more");
-  EXPECT_EQ(this->Objects(), (std::vector<TypeParam>{Kind::Named("a"), Kind::Stored()}));
-}
-
-TYPED_TEST(ExchangeTest, ALockedEditorWarnsOnceAndOpensNoDialog) {
-  using Kind = Exchanged<TypeParam>;
-  this->ShowLocked(this->With({Kind::Named("a")}));
-  this->ExpectLockWarning();
-  this->ClickIn("importButton");
-  EXPECT_TRUE(this->dialogs_.IsDone());
-  this->ClickIn("importButton");
-  EXPECT_EQ(this->Objects(), std::vector<TypeParam>{Kind::Named("a")});
-  EXPECT_FALSE(this->WasModified());
-}
-
-// ---- What only Sets have
-
-using SetExchangeTest = ExchangeTest<Set>;
-
-TEST_F(SetExchangeTest, AnEmptySetIsItsVersionItsNameAndZero) {
+TEST_P(ExchangeTest, ForeignFilesThatBeginLikeARecordAreRefused) {
+  ShowNamed("chosen");
+  const std::string before = BytesOf(TheFilter());
   using namespace std::string_literals;
-  Show(With({SetOf("empty", {})}));
-  Export(QStringLiteral("empty"), PathOf("exported"));
-  EXPECT_EQ(folder_.Read("exported"), "\x01\0\0\0\x05"s + "empty" + "\0\0\0\0"s);
-  EXPECT_EQ(folder_.Read("exported"), Golden("set-empty"));
+  for (const std::string& bytes : {"\1\0\0\0\xff\xff\xff\xff\xff\xff\x7f"s, "\1\0\0\0\xff\xfe\xff"s,
+                                   "\1\0\0\0\4name"s + std::string(4, '\x7f')}) {
+    const QString path = QString::fromStdString(folder_.Write("foreign", bytes));
+    ExpectImport(path);
+    ExpectExclamation("Error loading file " + path.toStdString());
+    ClickIn("importButton");
+    EXPECT_TRUE(dialogs_.IsDone());
+  }
+  EXPECT_EQ(BytesOf(TheFilter()), before);
+  EXPECT_TRUE(Doc().Saved);
 }
 
-TEST_F(SetExchangeTest, ExportChoosesMostSignificantSubpatternsInTheFileAlone) {
-  Show(With({SetOf("ends", {Of({Str(".")}), Of({Call("f(1,1)")})})}));
-  // Writing the document's own file has chosen it already.
-  TheFilter().Sets[0].Strings[0].MostSignificant = Pattern::kNotChosen;
-  Export(QStringLiteral("ends"), PathOf("exported"));
-  EXPECT_EQ(folder_.Read("exported"), Golden("set"));
-  EXPECT_EQ(TheFilter().Sets[0].Strings[0].MostSignificant, Pattern::kNotChosen);
+TEST_P(ExchangeTest, AFileThatCanNotBeOpenedIsPassedOverInSilence) {
+  ShowNamed("chosen");
+  ExpectImport(PathOf("missing"));
+  ClickIn("importButton");
+  EXPECT_EQ(Names(), (Strings{"front", "chosen"}));
+  EXPECT_TRUE(Doc().Saved);
+}
+
+TEST_P(ExchangeTest, CancelImportsNothing) {
+  ShowNamed("chosen");
+  ExpectImport(std::nullopt);
+  ClickIn("importButton");
+  EXPECT_EQ(Names(), (Strings{"front", "chosen"}));
+  EXPECT_TRUE(Doc().Saved);
+}
+
+TEST_P(ExchangeTest, ImportIntoALockedFilterWarnsOnceAndAsksForNoFile) {
+  Show(Locked(GetParam().Make("chosen")));
+  const std::string before = BytesOf(TheFilter());
+  ExpectLockWarning();
+  ClickIn("importButton");
+  ClickIn("importButton");
+  EXPECT_TRUE(dialogs_.IsDone());
+  EXPECT_EQ(BytesOf(TheFilter()), before);
+  EXPECT_EQ(Tabs().count(), 2);
+}
+
+TEST_P(ExchangeTest, WhatIsExportedComesBackTheSame) {
+  ShowNamed("na\xEFve & [*] \xFF");
+  ExpectExport("na\xEFve & [*] \xFF", PathOf("out"));
+  ClickIn("exportButton");
+  const std::string record = RecordAt(1);
+  Load({});
+  ExpectImport(PathOf("out"));
+  ClickIn("importButton");
+  EXPECT_EQ(RecordAt(Names().size() - 1), record);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, ExchangeTest, ::testing::ValuesIn(ExchangeCases()),
+                         [](const ::testing::TestParamInfo<ExchangeCase>& exchange) {
+                           return std::string(exchange.param.Kind);
+                         });
+
+// ---- Of one kind only
+
+class SetExchange : public testing::EditorFixture {
+ protected:
+  SetExchange() : EditorFixture(testing::kSetsEditor) {}
+};
+
+TEST_F(SetExchange, AnEmptySetIsItsVersionItsNameAndNoStrings) {
+  Show(FilterOf({}, {SetOf("Set 1", {})}));
+  dialogs_.ExpectSave("Binary Zarvo sets (*.ZarvoSet)|*.ZarvoSet|All files (*.*)|*.*|", "ZarvoSet",
+                      QStringLiteral("Set 1"), PathOf("out"));
+  ClickIn("exportButton");
+  using namespace std::string_literals;
+  EXPECT_EQ(folder_.Read("out"), "\1\0\0\0\5Set 1\0\0\0\0"s);
+}
+
+class RuleExchange : public testing::EditorFixture {
+ protected:
+  RuleExchange() : EditorFixture(testing::kRulesEditor) {}
+};
+
+TEST_F(RuleExchange, AnImportedRuleIsDraggedFromItsTo) {
+  Rule rule = Replace(Of({Str("abcdefgh")}), {});
+  rule.Name = "imported";
+  rule.From = 2;
+  rule.To = 5;
+  Show(FilterOf({Rule()}));
+  dialogs_.ExpectOpen(kRuleFiles, "ZarvoRule",
+                      QString::fromStdString(folder_.Write("rule", RecordOf(rule))));
+  ClickIn("importButton");
+  testing::Drag(In<QSlider>("fromToSlider"), {3, 7});
+  EXPECT_EQ(TheFilter().Rules[1].From, 5);
+  EXPECT_EQ(TheFilter().Rules[1].To, 7);
+}
+
+TEST_F(RuleExchange, ExportChoosesNoMostSignificantSubpatternInTheFilter) {
+  ShowEditor();
+  TheFilter().Rules[0].Pattern = Of({Str("abc")});
+  dialogs_.ExpectSave(kRuleFiles, "ZarvoRule", QStringLiteral("Rule 1"), PathOf("out"));
+  ClickIn("exportButton");
+  EXPECT_EQ(TheFilter().Rules[0].Pattern.MostSignificant, Pattern::kNotChosen);
 }
 
 }  // namespace

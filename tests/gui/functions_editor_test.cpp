@@ -105,13 +105,6 @@ TEST_F(FunctionsEditorTest, OpeningShowsTheFirstFunctionAndIsNoChange) {
   EXPECT_FALSE(WasModified());
 }
 
-TEST_F(FunctionsEditorTest, TitleDoesNotNameTheFilter) {
-  Filter named = Abc();
-  named.Name = "n";
-  Show(named);
-  EXPECT_EQ(Title(), "Functions");
-}
-
 TEST_F(FunctionsEditorTest, HasItsTextsTipsAndNames) {
   Show(Abc());
   const std::pair<const char*, const char*> tips[] = {{"newButton", "New"},
@@ -155,15 +148,6 @@ TEST_F(FunctionsEditorTest, HasItsTextsTipsAndNames) {
   EXPECT_EQ(Tabs().accessibleName(), "Functions");
 }
 
-TEST_F(FunctionsEditorTest, HelpShowsItsTopic) {
-  folder_.Write("Zarvo Composer.html", "<h1>Help</h1><p><a name=\"topic-107\">Functions</a></p>");
-  Show(Abc());
-  ClickIn("helpButton");
-  auto& browser = testing::Find<QWidget>(*window_, "helpBrowser");
-  EXPECT_TRUE(browser.isVisible());
-  EXPECT_EQ(browser.property("source").toUrl().fragment(), "topic-107");
-}
-
 TEST_F(FunctionsEditorTest, TheMainWindowsButtonDoesNotFillAnOpenEditorAnew) {
   Show(WithPairs({{"a", "A"}}));
   TypeIn("argumentEdit", "typed");
@@ -185,19 +169,6 @@ TEST_F(FunctionsEditorTest, OpeningAgainBuildsTheTabsAnewAndKeepsThePosition) {
   EXPECT_EQ(Selected(), 1);
   EXPECT_EQ(ShownIn("nameEdit"), "B");
   EXPECT_EQ(Count(), "4");
-}
-
-TEST_F(FunctionsEditorTest, AnotherDocumentShowsItsFirstFunction) {
-  Show(Abc());
-  ClickTab(2);
-  TypeIn("argumentEdit", "typed");
-  Load(WithFunctions({FunctionOf("D", {{"d", "e"}}), FunctionOf("E", {}), FunctionOf("F", {})}));
-  EXPECT_EQ(Captions(), (Texts{"D", "E", "F"}));
-  EXPECT_EQ(Selected(), 0);
-  EXPECT_EQ(ShownIn("nameEdit"), "D");
-  EXPECT_EQ(ShownIn("argumentEdit"), "");
-  EXPECT_EQ(Lines(), Texts{"d \u2014> e"});
-  EXPECT_FALSE(WasModified());
 }
 
 TEST_F(FunctionsEditorTest, ANewDocumentLeavesAnOpenEditorEmptyUntilNewIsPressed) {
@@ -252,31 +223,6 @@ TEST_F(FunctionsEditorTest, NewAppendsAnEmptyFunctionThatReturnsTheEmptyString) 
   EXPECT_TRUE(WasModified());
 }
 
-TEST_F(FunctionsEditorTest, DeletingSelectsTheFunctionBefore) {
-  Show(Abc());
-  ClickTab(2);
-  ExpectQuestion("Do you really want to delete function \"C\"?", Answer::Yes);
-  ClickIn("deleteButton");
-  EXPECT_EQ(Names(), (Texts{"A", "B"}));
-  EXPECT_EQ(Captions(), (Texts{"A", "B"}));
-  EXPECT_EQ(Selected(), 1);
-  EXPECT_EQ(ShownIn("nameEdit"), "B");
-  EXPECT_EQ(Count(), "2");
-  EXPECT_TRUE(WasModified());
-}
-
-TEST_F(FunctionsEditorTest, DeletingTheFirstSelectsTheNewFirstUntilOneIsLeft) {
-  Show(Abc());
-  ExpectQuestion("Do you really want to delete function \"A\"?", Answer::Yes);
-  ClickIn("deleteButton");
-  EXPECT_EQ(Selected(), 0);
-  EXPECT_EQ(ShownIn("nameEdit"), "B");
-  ExpectQuestion("Do you really want to delete function \"B\"?", Answer::Yes);
-  ClickIn("deleteButton");
-  EXPECT_EQ(Captions(), Texts{"C"});
-  EXPECT_FALSE(IsEnabled("deleteButton"));
-}
-
 TEST_F(FunctionsEditorTest, OnlyYesDeletes) {
   Show(WithFunctions({FunctionOf("a \"b\" & <i>", {}), FunctionOf("B", {})}));
   ExpectQuestion("Do you really want to delete function \"a \"b\" & <i>\"?", Answer::No);
@@ -315,22 +261,6 @@ TEST_F(FunctionsEditorTest, LeavingTheNameNeitherStoresNorReloads) {
   EXPECT_EQ(Captions()[0], "upper");
   EXPECT_EQ(ShownIn("argumentEdit"), "typed");
   EXPECT_FALSE(WasModified());
-}
-
-TEST_F(FunctionsEditorTest, TwentyThreeBytesOfANameStandOnTheTabAndOfMoreTwenty) {
-  Show(Abc());
-  TypeName("12345678901234567890123");
-  EXPECT_EQ(Captions()[0], "12345678901234567890123");
-  QTest::keyClicks(&Name(), QStringLiteral("4"));
-  EXPECT_EQ(Captions()[0], "12345678901234567890...");
-}
-
-TEST_F(FunctionsEditorTest, NamesMayBeEmptyAndTheSame) {
-  Show(Abc());
-  TypeName("B");
-  EXPECT_EQ(Names(), (Texts{"B", "B", "C"}));
-  QTest::keyClick(&Name(), Qt::Key_Backspace);
-  EXPECT_EQ(Names(), (Texts{"", "B", "C"}));
 }
 
 TEST_F(FunctionsEditorTest, TabsAreChosenByMouseAndKeyboard) {

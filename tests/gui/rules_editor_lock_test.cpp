@@ -110,16 +110,17 @@ class RulesEditorLock : public testing::EditorFixture {
     } else if (qobject_cast<QLineEdit*>(&control) != nullptr) {
       ways.emplace_back([&control] { testing::TypeInto(control, QStringLiteral("zz")); });
       key(Qt::Key_Backspace);
-      ways.emplace_back([&control] { testing::SelectAllAndType(control, QStringLiteral("other")); });
+      ways.emplace_back(
+          [&control] { testing::SelectAllAndType(control, QStringLiteral("other")); });
     }
     return ways;
   }
 
   static constexpr std::initializer_list<const char*> kChangingControls = {
-      "newButton",    "deleteButton",  "moveLeftButton", "moveRightButton",  "importButton",
-      "nameEdit",     "stringRadio",   "fromSetRadio",   "setBox",           "sequenceRadio",
-      "randomRadio",  "onceBox",       "replaceRadio",   "insertRadio",      "fromToSlider",
-      "anchorButton", "afterSlider",   "strictBox",      "probabilitySlider"};
+      "newButton",    "deleteButton", "moveLeftButton", "moveRightButton",  "importButton",
+      "nameEdit",     "stringRadio",  "fromSetRadio",   "setBox",           "sequenceRadio",
+      "randomRadio",  "onceBox",      "replaceRadio",   "insertRadio",      "fromToSlider",
+      "anchorButton", "afterSlider",  "strictBox",      "probabilitySlider"};
 };
 
 class EveryControlOfALockedRule : public RulesEditorLock,
@@ -226,8 +227,8 @@ TEST_F(RulesEditorLock, AReloadKeepsTheNameOfASetThatIsGone) {
 
 TEST_F(RulesEditorLock, OpeningALockedFilterOverAnUnlockedOneChangesNoRule) {
   Show(Around({}));
-  Load(Locked(FilterOf({FromSet({}, ReplacementSource::SetAtRandom, "gone")},
-                       {SetOf("first", {})})));
+  Load(Locked(
+      FilterOf({FromSet({}, ReplacementSource::SetAtRandom, "gone")}, {SetOf("first", {})})));
   ASSERT_TRUE(Editor().isVisible());
   EXPECT_EQ(TheFilter().Rules[0].ReplacementSetName, "gone");
 }
@@ -301,7 +302,7 @@ TEST_F(RulesEditorLock, ItsWarningIsItsOwn) {
   ClickIn("newButton");
   ClickOn("editSetsButton");
   ExpectLockWarning();
-  testing::Click(Find<QWidget>(testing::TopLevel("SetsEditor"), "newButton"));
+  testing::Click(testing::Find<QWidget>(testing::TopLevel("SetsEditor"), "newButton"));
   ExpectLockWarning();
   ClickOn("autoIncrementBox");
   EXPECT_TRUE(dialogs_.IsDone());

@@ -3,6 +3,7 @@
 
 #include "tests/gui/editor_fixture.h"
 #include "ui/range_slider.h"
+#include "ui/string_editor.h"
 
 namespace zarvo {
 namespace {
@@ -52,8 +53,8 @@ class RulesEditorTest : public testing::EditorFixture {
 zarvo::Filter OneRule(Rule rule) { return FilterOf({Called("rule", std::move(rule))}); }
 
 zarvo::Filter WithSets(Rule rule) {
-  return FilterOf({Called("rule", std::move(rule))}, {SetOf("first", {Of({Str("1")})}),
-                                                      SetOf("second", {}), SetOf("third", {})});
+  return FilterOf({Called("rule", std::move(rule))},
+                  {SetOf("first", {Of({Str("1")})}), SetOf("second", {}), SetOf("third", {})});
 }
 
 // ---- Opening
@@ -93,7 +94,8 @@ TEST_F(RulesEditorTest, OpeningOnALockedFilterWithoutRulesMakesNoneAndIsSilent) 
 }
 
 TEST_F(RulesEditorTest, ShowsEveryFieldOfAReplacingRule) {
-  Rule rule = Replace(Of({Str("ab"), List("xyz"), Code("!"), Str("c")}), Of({Str("n"), Call("f(1)")}));
+  Rule rule =
+      Replace(Of({Str("ab"), List("xyz"), Code("!"), Str("c")}), Of({Str("n"), Call("f(1)")}));
   rule.From = 2;
   rule.To = 4;
   rule.Probability = 37;
@@ -233,8 +235,8 @@ TEST_F(RulesEditorTest, AnotherKindOfReplacementIsNeitherOfTheTwo) {
   rule.ReplacementSource = static_cast<ReplacementSource>(7);
   Show(WithSets(rule));
   ExpectSource("neither");
-  for (const char* name : {"replacementEdit", "editReplacementButton", "setBox", "sequenceRadio",
-                           "randomRadio"}) {
+  for (const char* name :
+       {"replacementEdit", "editReplacementButton", "setBox", "sequenceRadio", "randomRadio"}) {
     EXPECT_FALSE(IsEnabled(name)) << name;
   }
   EXPECT_TRUE(IsEnabled("onceBox"));
@@ -251,8 +253,6 @@ TEST_F(RulesEditorTest, AChangedRuleOfAnotherRecordVersionIsStoredWhole) {
   RuleAt(0).RecordVersion = 9;
   TypeName("kept");
   ClickIn("strictBox");
-  Rule stored;
-  Archive archive = Archive::Loading({});
   const std::string bytes = testing::BytesOf(TheFilter());
   window_->LoadDocument(QString::fromStdString(folder_.Write("again.zvf", bytes)));
   EXPECT_EQ(RuleAt(0).Name, "kept");
@@ -324,7 +324,8 @@ TEST_F(RulesEditorTest, ArrowKeysChooseTheReplacementToo) {
 
 TEST_F(RulesEditorTest, OnceAndStrictStoreTheirFlags) {
   Show(OneRule({}));
-  for (const auto& [box, flag] : std::initializer_list<std::pair<const char*, std::int32_t Rule::*>>{
+  for (const auto& [box, flag] :
+       std::initializer_list<std::pair<const char*, std::int32_t Rule::*>>{
            {"onceBox", &Rule::Once}, {"strictBox", &Rule::Strict}}) {
     ClickIn(box);
     EXPECT_EQ(RuleAt(0).*flag, 1) << box;
@@ -340,8 +341,8 @@ TEST_F(RulesEditorTest, TheDropDownOffersAllSetsInTheirOrderAndStoresTheChosen) 
   filter.Sets.Append(SetOf("&A [*] \xE9", {}));
   filter.Sets.Append(SetOf("first", {}));
   Show(filter);
-  EXPECT_EQ(OfferedSets(), (std::vector<std::string>{"first", "second", "third",
-                                                     "&A [*] \u00e9", "first"}));
+  EXPECT_EQ(OfferedSets(),
+            (std::vector<std::string>{"first", "second", "third", "&A [*] \u00e9", "first"}));
   EXPECT_EQ(SetBox().currentIndex(), 1);
   PressIn("setBox", Qt::Key_Down);
   EXPECT_EQ(RuleAt(0).ReplacementSetName, "third");
@@ -459,6 +460,70 @@ TEST_F(RulesEditorTest, TheProbabilitySliderIsFollowedByItsNumber) {
   EXPECT_EQ(ShownIn("probabilityEdit"), std::to_string(RuleAt(0).Probability));
 }
 
+// ---- Pattern and replacement
+
+class RulesPatternTest : public RulesEditorTest {
+ protected:
+  // Opens the String Editor by this button, types this as the text of the first subpattern, and
+  // ends it.
+  void Edit(const char* button, const char* text, const char* end) {
+    bool shown = false;
+    testing::WithNextDialog<StringEditor>([&](StringEditor& dialog) {
+      shown = true;
+      EXPECT_TRUE(dialog.isModal());
+      testing::SelectAllAndType(testing::Find<QWidget>(dialog, "textEdit"),
+                                QString::fromLatin1(text));
+      // Lists of characters are for patterns alone, calls of functions for replacements.
+      replaces_ = testing::Find<QWidget>(dialog, "functionRadio").isEnabled();
+      EXPECT_EQ(testing::Find<QWidget>(dialog, "listRadio").isEnabled(), !replaces_);
+      testing::Click(testing::Find<QWidget>(dialog, end));
+    });
+    ClickIn(button);
+    EXPECT_TRUE(shown);
+  }
+
+  bool replaces_ = false;
+};
+
+TEST_F(RulesPatternTest, AnEditedPatternIsTakenBackWithoutMarkingTheFilter) {
+  Show(OneRule(Insert(Of({Str("ab")}), 2, {})));
+  Edit("editPatternButton", "longer", "okButton");
+  EXPECT_FALSE(replaces_);
+  EXPECT_EQ(DisplayForm(RuleAt(0).Pattern), "longer");
+  EXPECT_EQ(ShownIn("patternEdit"), "longer");
+  EXPECT_EQ(Slider("afterSlider").maximum(), 6);
+  EXPECT_EQ(Slider("fromToSlider").maximum(), 6);
+  EXPECT_TRUE(Doc().Saved);
+}
+
+TEST_F(RulesPatternTest, AnEditedReplacementIsTakenBackWithoutMarkingTheFilter) {
+  Show(OneRule(Replace(Of({Str("ab")}), Of({Str("old")}))));
+  Edit("editReplacementButton", "new", "okButton");
+  EXPECT_TRUE(replaces_);
+  EXPECT_EQ(DisplayForm(RuleAt(0).Replacement), "new");
+  EXPECT_EQ(DisplayForm(RuleAt(0).Pattern), "ab");
+  EXPECT_EQ(ShownIn("replacementEdit"), "new");
+  EXPECT_TRUE(Doc().Saved);
+}
+
+TEST_F(RulesPatternTest, CancelLeavesThePatternAndAMarkStaysAsItWas) {
+  Show(OneRule(Replace(Of({Str("ab")}), {})));
+  Edit("editPatternButton", "other", "cancelButton");
+  EXPECT_EQ(DisplayForm(RuleAt(0).Pattern), "ab");
+  ClickIn("strictBox");
+  Edit("editPatternButton", "other", "okButton");
+  EXPECT_FALSE(Doc().Saved);
+}
+
+TEST_F(RulesPatternTest, TheEditedPatternIsThatOfTheSelectedRule) {
+  Show(FilterOf({Called("A"), Called("B"), Called("C")}));
+  ClickTab(1);
+  Edit("editPatternButton", "b", "okButton");
+  EXPECT_EQ(DisplayForm(RuleAt(0).Pattern), "");
+  EXPECT_EQ(DisplayForm(RuleAt(1).Pattern), "b");
+  EXPECT_EQ(Selected(), 1);
+}
+
 // ---- Moving and deleting
 
 class RulesABC : public RulesEditorTest {
@@ -503,10 +568,9 @@ TEST_F(RulesABC, TheMoveCommandsFollowTheSelectedTab) {
 
 TEST_F(RulesABC, DeletingTheLastSelectsTheOneBeforeAndTheLastOneStays) {
   const auto expect_question = [this](const char* name) {
-    dialogs_.ExpectMessage(
-        MessageIcon::Question,
-        std::string("Do you really want to delete rule \"") + name + "\"?", MessageButtons::YesNo,
-        Answer::Yes);
+    dialogs_.ExpectMessage(MessageIcon::Question,
+                           std::string("Do you really want to delete rule \"") + name + "\"?",
+                           MessageButtons::YesNo, Answer::Yes);
   };
   ClickTab(2);
   expect_question("C");

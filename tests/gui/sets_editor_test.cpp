@@ -125,15 +125,6 @@ TEST_F(SetsEditorTest, OpeningShowsTheFirstSetAndIsNoChange) {
   EXPECT_FALSE(WasModified());
 }
 
-TEST_F(SetsEditorTest, TitleNamesTheFilter) {
-  Show(Abc());
-  EXPECT_EQ(Title(), "Sets");
-  Filter named = Abc();
-  named.Name = "a & <b> [*]";
-  Show(named);
-  EXPECT_EQ(Editor().windowTitle(), "Sets - a & <b> [*][*]");
-}
-
 TEST_F(SetsEditorTest, HasItsTextsTipsAndNames) {
   Show(Abc());
   const std::pair<const char*, const char*> tips[] = {
@@ -172,26 +163,6 @@ TEST_F(SetsEditorTest, MoveButtonsStandBelowEdit) {
   EXPECT_GT(In("moveDownButton").y(), In("editStringButton").y());
 }
 
-TEST_F(SetsEditorTest, HelpShowsItsTopic) {
-  folder_.Write("Zarvo Composer.html", "<h1>Help</h1><p><a name=\"topic-103\">Sets</a></p>");
-  Show(Abc());
-  ClickIn("helpButton");
-  auto& browser = Find<QWidget>(*window_, "helpBrowser");
-  EXPECT_TRUE(browser.isVisible());
-  EXPECT_EQ(browser.property("source").toUrl().fragment(), "topic-103");
-}
-
-TEST_F(SetsEditorTest, EscapeOnlyHidesTheWindowAndOpeningAgainKeepsThePosition) {
-  Show(Abc());
-  ClickTab(1);
-  QTest::keyClick(&Editor(), Qt::Key_Escape);
-  EXPECT_FALSE(Editor().isVisible());
-  ShowEditor();
-  EXPECT_TRUE(Editor().isVisible());
-  EXPECT_EQ(Selected(), 1);
-  EXPECT_EQ(ShownIn("nameEdit"), "B");
-}
-
 TEST_F(SetsEditorTest, TheMainWindowsButtonFillsAnOpenEditorAnew) {
   Show(Abc());
   ClickTab(2);
@@ -202,16 +173,6 @@ TEST_F(SetsEditorTest, TheMainWindowsButtonFillsAnOpenEditorAnew) {
   EXPECT_EQ(Selected(), 2);
   EXPECT_EQ(Lines(), Texts{"new"});
   EXPECT_EQ(Count(), "4");
-}
-
-TEST_F(SetsEditorTest, AnotherDocumentShowsItsFirstSet) {
-  Show(Abc());
-  ClickTab(2);
-  Load(WithSets({SetOf("D", {}), SetOf("E", {}), SetOf("F", {})}));
-  EXPECT_EQ(Captions(), (Texts{"D", "E", "F"}));
-  EXPECT_EQ(Selected(), 0);
-  EXPECT_EQ(ShownIn("nameEdit"), "D");
-  EXPECT_FALSE(WasModified());
 }
 
 TEST_F(SetsEditorTest, ANewDocumentLeavesAnOpenEditorEmptyUntilNewIsPressed) {
@@ -261,29 +222,6 @@ TEST_F(SetsEditorTest, NewCountsInDecimals) {
   EXPECT_EQ(Selected(), 10);
 }
 
-TEST_F(SetsEditorTest, DeletingSelectsTheSetBefore) {
-  Show(Abc());
-  ClickTab(2);
-  ExpectQuestion("Do you really want to delete set \"C\"?", Answer::Yes);
-  ClickIn("deleteButton");
-  EXPECT_EQ(Names(), (Texts{"A", "B"}));
-  EXPECT_EQ(Captions(), (Texts{"A", "B"}));
-  EXPECT_EQ(Selected(), 1);
-  EXPECT_EQ(ShownIn("nameEdit"), "B");
-  EXPECT_EQ(Count(), "2");
-  EXPECT_TRUE(WasModified());
-}
-
-TEST_F(SetsEditorTest, DeletingFromTheMiddleSelectsTheSetBefore) {
-  Show(Abc());
-  ClickTab(1);
-  ExpectQuestion("Do you really want to delete set \"B\"?", Answer::Yes);
-  ClickIn("deleteButton");
-  EXPECT_EQ(Captions(), (Texts{"A", "C"}));
-  EXPECT_EQ(Selected(), 0);
-  EXPECT_EQ(ShownIn("nameEdit"), "A");
-}
-
 TEST_F(SetsEditorTest, DeletingTheFirstSelectsTheNewFirstUntilOneIsLeft) {
   Show(Abc());
   ExpectQuestion("Do you really want to delete set \"A\"?", Answer::Yes);
@@ -298,15 +236,6 @@ TEST_F(SetsEditorTest, DeletingTheFirstSelectsTheNewFirstUntilOneIsLeft) {
   EXPECT_FALSE(IsEnabled("deleteButton"));
 }
 
-TEST_F(SetsEditorTest, OnlyYesDeletes) {
-  Show(Abc());
-  ExpectQuestion("Do you really want to delete set \"A\"?", Answer::No);
-  ClickIn("deleteButton");
-  EXPECT_TRUE(dialogs_.IsDone());
-  EXPECT_EQ(Names(), (Texts{"A", "B", "C"}));
-  EXPECT_FALSE(WasModified());
-}
-
 TEST_F(SetsEditorTest, TheQuestionShowsTheNameAsItIs) {
   Show(WithSets({SetOf("a \"b\" & <i>\x9C\xE6</i>", {}), SetOf("", {})}));
   ExpectQuestion("Do you really want to delete set \"a \"b\" & <i>\u0153\u00E6</i>\"?", Answer::No);
@@ -314,41 +243,6 @@ TEST_F(SetsEditorTest, TheQuestionShowsTheNameAsItIs) {
   ClickTab(1);
   ExpectQuestion("Do you really want to delete set \"\"?", Answer::No);
   ClickIn("deleteButton");
-  EXPECT_TRUE(dialogs_.IsDone());
-}
-
-TEST_F(SetsEditorTest, TheNameIsStoredAtEachKeyAndTheCaretStays) {
-  Show(Abc());
-  testing::TypeInto(Name(), {});
-  QTest::keyClick(&Name(), Qt::Key_Home);
-  const std::pair<char, const char*> keys[] = {{'x', "xA"}, {'y', "xyA"}};
-  for (const auto& [key, stored] : keys) {
-    QTest::keyClick(&Name(), key);
-    EXPECT_EQ(SetAt(0).Name, stored);
-    EXPECT_EQ(Captions()[0], stored);
-    EXPECT_TRUE(WasModified());
-  }
-  EXPECT_EQ(Name().cursorPosition(), 2);
-}
-
-TEST_F(SetsEditorTest, TwentyThreeBytesOfANameStandOnTheTabAndOfMoreTwenty) {
-  Show(Abc());
-  TypeName("12345678901234567890123");
-  EXPECT_EQ(Captions()[0], "12345678901234567890123");
-  QTest::keyClicks(&Name(), QStringLiteral("4"));
-  EXPECT_EQ(Captions()[0], "12345678901234567890...");
-  EXPECT_EQ(SetAt(0).Name, "123456789012345678901234");
-}
-
-TEST_F(SetsEditorTest, NamesMayBeEmptyAndTheSame) {
-  Show(Abc());
-  TypeName("B");
-  EXPECT_EQ(Names(), (Texts{"B", "B", "C"}));
-  QTest::keyClick(&Name(), Qt::Key_Backspace);
-  EXPECT_EQ(Names(), (Texts{"", "B", "C"}));
-  EXPECT_EQ(Captions()[0], "");
-  LeaveField();
-  Settle();
   EXPECT_TRUE(dialogs_.IsDone());
 }
 
@@ -361,15 +255,6 @@ TEST_F(SetsEditorTest, LeavingTheNameReloadsAndIsNoChange) {
   FocusOn("helpButton");
   EXPECT_TRUE(WasPreviewUpdated());
   EXPECT_EQ(SelectedLine(), -1);
-  EXPECT_FALSE(WasModified());
-}
-
-TEST_F(SetsEditorTest, EnterInTheNamePressesNothing) {
-  Show(Abc());
-  FocusOn("nameEdit");
-  QTest::keyClick(&Name(), Qt::Key_Return);
-  EXPECT_EQ(Names(), (Texts{"A", "B", "C"}));
-  EXPECT_TRUE(Editor().isVisible());
   EXPECT_FALSE(WasModified());
 }
 
