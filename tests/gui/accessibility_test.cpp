@@ -58,6 +58,7 @@ void MakeObjectEditor(Stage& stage) {
        testing::Insert(testing::Of({testing::Str("ab")}), 1, {})},
       {testing::SetOf("a", {testing::Of({testing::Str("b")})}), testing::SetOf("c", {})},
       {testing::FunctionOf("d", {{"e", "f"}}), testing::FunctionOf("g", {})});
+  for (Rule& rule : stage.TheFilter.Rules) rule.Name = "h";
   stage.Window = std::make_unique<Editor>(
       EditorHost{{stage.Dialogs, stage.Library, {}}, stage.TheFilter, [] {}, [] {}, [] {}});
 }

@@ -659,7 +659,7 @@ TEST_F(LockedFunctionsEditorTest, ANewDocumentKeepsTheEditorsLockAndItsWarning) 
   ASSERT_EQ(TheFilter().Locked, 0);
   ClickIn("newButton");
   EXPECT_EQ(TheFilter().Functions.Count(), 0U);
-  Rearm();
+  ClickLock();
   ClickLock();
   ClickIn("newButton");
   EXPECT_EQ(Captions(), Texts{"Function 1"});

@@ -60,7 +60,9 @@ class WholeSession : public testing::MainWindowFixture {
     Type("nameEdit", "Session");
     Type("authorEdit", "Ann");
     Type("languageEdit", "en");
-    QTest::keyClick(&Get("typeBox"), Qt::Key_End);
+    // The last of the five types.
+    testing::TypeInto(Get("typeBox"), {});
+    for (int i = 0; i < 5; ++i) QTest::keyClick(&Get("typeBox"), Qt::Key_Down);
     testing::TypeInto(Get("descriptionEdit"), QStringLiteral("one"));
     QTest::keyClick(&Get("descriptionEdit"), Qt::Key_Return);
     QTest::keyClicks(&Get("descriptionEdit"), QStringLiteral("two"));
@@ -101,7 +103,7 @@ class WholeSession : public testing::MainWindowFixture {
       Click(Find<QWidget>(dialog, "codeRadio"));
       SelectAllAndType(Find<QWidget>(dialog, "textEdit"), QStringLiteral("99"));
       Click(Find<QWidget>(dialog, "findButton"));
-      EXPECT_EQ(Find<ByteLineEdit>(dialog, "outputEdit").Bytes(), "stop[ab]c");
+      EXPECT_EQ(Find<ByteLineEdit>(dialog, "outputEdit").Bytes(), "stop[a, b]c");
     });
     WithStringEditor("editReplacementButton", [](StringEditor& dialog) {
       Click(Find<QWidget>(dialog, "functionRadio"));
