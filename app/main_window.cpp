@@ -1,11 +1,14 @@
 #include "app/main_window.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QFile>
+#include <QLayout>
 #include <QMenu>
-#include <QRegularExpressionValidator>
+#include <QScreen>
 #include <QShortcut>
 #include <QSignalBlocker>
+#include <QTimer>
 #include <vector>
 
 #include "app/caption.h"
@@ -13,12 +16,15 @@
 #include "app/settings.h"
 #include "ui/accessible_names.h"
 #include "ui/byte_text.h"
+#include "ui/digits_validator.h"
+#include "ui/focus_loss.h"
 #include "ui/functions_editor.h"
 #include "ui/plain_text.h"
 #include "ui/pop_up_below.h"
 #include "ui/rules_editor.h"
 #include "ui/run_pump.h"
 #include "ui/sets_editor.h"
+#include "ui/stray_wheel.h"
 #include "ui_main_window.h"
 
 namespace zarvo {
@@ -30,6 +36,12 @@ constexpr quint8 kCommandIconSize = 24;  // buttons of 32 by 32
 
 std::string_view Latin1(const QByteArray& bytes) {
   return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
+}
+
+// Takes a field's text over. What stands behind a zero byte isn't shown, and stays while the rest
+// is as it was.
+void Store(std::string& text, std::string shown) {
+  if (shown != UpToZero(text)) text = std::move(shown);
 }
 
 }  // namespace
@@ -47,14 +59,20 @@ MainWindow::MainWindow(QString installation_folder, Dialogs& dialogs)
   setWindowFlag(Qt::WindowMinimizeButtonHint, true);
   type_edit_ = new ByteLineEdit(ui_->typeBox);
   type_edit_->setObjectName(QStringLiteral("typeEdit"));
-  // Made last, it would stand last in the order of Shift+Tab. Once it is the box's own edit, the
-  // toolkit would tear the order apart here, and write to freed memory at the window's end.
+  // Made last, it would stand last in the order of Shift+Tab. Once it is the box's own, the toolkit
+  // takes it for the box's end, and would put it behind itself.
   setTabOrder(ui_->typeBox, type_edit_);
   ui_->typeBox->setLineEdit(type_edit_);
   ui_->typeBox->setCompleter(nullptr);
-  ui_->versionEdit->setValidator(new QRegularExpressionValidator(
-      QRegularExpression(QStringLiteral("-?[0-9]*")), ui_->versionEdit));
+  version_validator_ = new DigitsValidator(ui_->versionEdit);
+  ui_->versionEdit->setValidator(version_validator_);
+  StopStrayWheel(*ui_->typeBox);
+  refusal_timer_ = new QTimer(this);
+  refusal_timer_->setObjectName(QStringLiteral("refusalTimer"));
+  refusal_timer_->setSingleShot(true);
+  connect(refusal_timer_, &QTimer::timeout, this, &MainWindow::RefuseChangeSoon);
   NameControlsByLabels(*this);
+  KeepSize();
   MakeIcons();
   MakeMenus();
   MakeEditors();
@@ -65,6 +83,15 @@ MainWindow::MainWindow(QString installation_folder, Dialogs& dialogs)
 }
 
 MainWindow::~MainWindow() = default;
+
+void MainWindow::KeepSize() {
+  // With a large font on a small screen the user may need a smaller Description instead.
+  const QSize room = screen()->availableSize();
+  const QSize wanted = sizeHint();
+  if (wanted.width() <= room.width() && wanted.height() <= room.height()) {
+    layout()->setSizeConstraint(QLayout::SetFixedSize);
+  }
+}
 
 void MainWindow::MakeIcons() {
   const struct {
@@ -168,10 +195,12 @@ void MainWindow::RefreshFields() {
     blockers.emplace_back(control);
   }
   ui_->nameEdit->SetBytes(filter.Name);
+  version_validator_->AllowMinus(filter.Version < 0);
   ui_->versionEdit->setText(QString::number(filter.Version));
   ui_->authorEdit->SetBytes(filter.Author);
   ui_->languageEdit->SetBytes(filter.Language);
-  ui_->typeBox->setCurrentIndex(-1);
+  // Where the list has the type, the arrow keys go on from it.
+  ui_->typeBox->setCurrentIndex(ui_->typeBox->findText(FromBytes(filter.Type), Qt::MatchExactly));
   type_edit_->SetBytes(filter.Type);
   ui_->descriptionEdit->SetBytes(filter.Description);
   ui_->autoIncrementBox->setChecked(filter.AutoIncrement != 0);
@@ -205,15 +234,15 @@ bool MainWindow::IsHiddenByLock() const {
 
 void MainWindow::CommitField(QObject* field) {
   if (IsLocked()) {
-    RefuseChange();
+    refusal_timer_->start(0);
     return;
   }
   Filter& filter = document_.Filter;
-  if (field == ui_->nameEdit) filter.Name = ui_->nameEdit->Bytes();
-  if (field == ui_->authorEdit) filter.Author = ui_->authorEdit->Bytes();
-  if (field == ui_->languageEdit) filter.Language = ui_->languageEdit->Bytes();
-  if (field == ui_->descriptionEdit) filter.Description = ui_->descriptionEdit->Bytes();
-  if (field == ui_->typeBox) filter.Type = type_edit_->Bytes();
+  if (field == ui_->nameEdit) Store(filter.Name, ui_->nameEdit->Bytes());
+  if (field == ui_->authorEdit) Store(filter.Author, ui_->authorEdit->Bytes());
+  if (field == ui_->languageEdit) Store(filter.Language, ui_->languageEdit->Bytes());
+  if (field == ui_->descriptionEdit) Store(filter.Description, ui_->descriptionEdit->Bytes());
+  if (field == ui_->typeBox) Store(filter.Type, type_edit_->Bytes());
   if (field == ui_->versionEdit) {
     filter.Version = LeadingInteger(Latin1(ui_->versionEdit->text().toLatin1()));
   }
@@ -229,13 +258,20 @@ void MainWindow::RefuseChange() {
   RefreshFields();
 }
 
-bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::FocusOut) {
-    const auto reason = static_cast<QFocusEvent*>(event)->reason();
-    // A menu or list that opens over a field doesn't end the editing, and nothing is refused any
-    // more when the window goes for good.
-    if (reason != Qt::PopupFocusReason && !ProgramIsQuitting()) CommitField(watched);
+void MainWindow::RefuseChangeSoon() {
+  constexpr int kNextLook = 20;  // ms
+  if (!IsLocked() || ProgramIsQuitting()) return;
+  // A box that opens while a button is held down would take its release, and with it the click.
+  if (QGuiApplication::mouseButtons() != Qt::NoButton ||
+      QApplication::activeModalWidget() != nullptr) {
+    refusal_timer_->start(kNextLook);
+    return;
   }
+  RefuseChange();
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+  if (EndsEditing(*event)) CommitField(watched);
   return QDialog::eventFilter(watched, event);
 }
 

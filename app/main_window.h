@@ -19,6 +19,7 @@ class QComboBox;
 class QLineEdit;
 class QMenu;
 class QShortcut;
+class QTimer;
 
 namespace Ui {
 class MainWindow;
@@ -27,6 +28,7 @@ class MainWindow;
 namespace zarvo {
 
 class ByteLineEdit;
+class DigitsValidator;
 
 /// Owns the document and every other window.
 class MainWindow : public QDialog {
@@ -43,8 +45,9 @@ class MainWindow : public QDialog {
   // The commands, each with all of its questions and messages.
   void NewDocument();
   void OpenDocument();
-  void Save();
-  void SaveAs();
+  // False when the file couldn't be written. Giving up the choice of a path is no failure.
+  bool Save();
+  bool SaveAs();
   void Exit();
   void About();
 
@@ -68,6 +71,7 @@ class MainWindow : public QDialog {
   void ConnectCommands();
   void ConnectFields();
   void MakeMenus();
+  void KeepSize();
   void MakeIcons();
   void MakeEditors();
 
@@ -80,6 +84,8 @@ class MainWindow : public QDialog {
   [[nodiscard]] bool IsHiddenByLock() const;
   [[nodiscard]] bool IsLocked() const { return document_.Filter.Locked != 0; }
   void RefuseChange();
+  // As RefuseChange, once the mouse is let go and no dialog is open.
+  void RefuseChangeSoon();
   void OnFlagClicked(const QCheckBox& box, std::int32_t& flag);
   void OnLockClicked();
   void OnSetPassword();
@@ -96,6 +102,8 @@ class MainWindow : public QDialog {
   std::unique_ptr<HelpWindow> help_;
   std::array<std::unique_ptr<ObjectEditor>, kEditorCount> editors_;
   ByteLineEdit* type_edit_ = nullptr;
+  QTimer* refusal_timer_ = nullptr;
+  DigitsValidator* version_validator_ = nullptr;
   QMenu* save_menu_ = nullptr;
   QMenu* help_menu_ = nullptr;
 };

@@ -55,9 +55,9 @@ bool MainWindow::AskToSaveChanges() {
                        QStringLiteral("Would you like to save changes in current filter?"),
                        MessageButtons::YesNoCancel);
   if (answer == Answer::Cancel) return false;
-  // Where saving is given up on the way, the command goes on all the same.
-  if (answer == Answer::Yes) Save();
-  return true;
+  // Where the user gives up choosing a path the command goes on all the same; a file that can't be
+  // written must not cost the work.
+  return answer != Answer::Yes || Save();
 }
 
 void MainWindow::NewDocument() {
@@ -107,12 +107,9 @@ void MainWindow::LoadDocument(const QString& path) {
   document_.Saved = true;
 }
 
-void MainWindow::Save() {
+bool MainWindow::Save() {
   CommitFocusedField();
-  if (document_.Path.isEmpty()) {
-    SaveAs();
-    return;
-  }
+  if (document_.Path.isEmpty()) return SaveAs();
   const WaitCursor cursor;
   QuestionBoxes questions(dialogs_, this);
   const Document::Result result = document_.Save(questions);
@@ -126,15 +123,16 @@ void MainWindow::Save() {
         QStringLiteral("Error saving file ") + QDir::toNativeSeparators(document_.Path),
         MessageButtons::Ok);
   }
+  return result == Document::Result::Done;
 }
 
-void MainWindow::SaveAs() {
+bool MainWindow::SaveAs() {
   CommitFocusedField();
   const std::optional<QString> path =
       dialogs_.SaveFile(this, {kFilterFiles, kFilterExtension, document_.Path});
-  if (!path) return;
+  if (!path) return true;
   document_.Path = *path;
-  Save();
+  return Save();
 }
 
 void MainWindow::Exit() {
@@ -207,6 +205,12 @@ void MainWindow::ShowPreview() {
 }
 
 void MainWindow::ShowOnTop(QWidget& window) {
+  if (!window.isVisible() && window.testAttribute(Qt::WA_WState_Created)) {
+    // Else the toolkit would find a new place and size for a window that was closed.
+    window.move(window.pos());
+    window.resize(window.size());
+  }
+  if (window.isMinimized()) window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
   window.show();
   window.raise();
   window.activateWindow();

@@ -1,9 +1,13 @@
 #include "app/start_up.h"
 
+#include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QGuiApplication>
+#include <QMouseEvent>
 #include <QScreen>
 #include <QSplashScreen>
 #include <QTimer>
+#include <QWindow>
 #include <ctime>
 
 #include "app/about_dialog.h"
@@ -11,6 +15,30 @@
 #include "engine/random.h"
 
 namespace zarvo {
+
+namespace {
+
+// The toolkit's splash screen goes away when it is clicked; this one stays for its time.
+class Splash : public QSplashScreen {
+ public:
+  using QSplashScreen::QSplashScreen;
+
+ protected:
+  void mousePressEvent(QMouseEvent* event) override { event->accept(); }
+};
+
+// What follows keeps the event loop waiting, so the picture has to be there before it.
+void ShowAtOnce(QWidget& splash) {
+  constexpr int kLongestWait = 100;  // ms
+  splash.show();
+  const QDeadlineTimer deadline(kLongestWait);
+  while (!splash.windowHandle()->isExposed() && !deadline.hasExpired()) {
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 5);
+  }
+  splash.repaint();
+}
+
+}  // namespace
 
 QString CommandLineTail(const QStringList& arguments) {
   return arguments.mid(1).join(QLatin1Char(' '));
@@ -22,9 +50,9 @@ StartUp::~StartUp() = default;
 
 void StartUp::Begin(const QString& path, std::chrono::milliseconds splash_time) {
   ProcessRandom().Seed(static_cast<std::uint32_t>(std::time(nullptr)));
-  splash_ = std::make_unique<QSplashScreen>(
-      SplashPicture(QGuiApplication::primaryScreen()->devicePixelRatio()));
-  splash_->show();
+  splash_ =
+      std::make_unique<Splash>(SplashPicture(QGuiApplication::primaryScreen()->devicePixelRatio()));
+  ShowAtOnce(*splash_);
   window_ = std::make_unique<MainWindow>(InstallationFolder(), dialogs_);
   if (!path.isEmpty()) {
     window_->LoadDocument(path);

@@ -1,6 +1,9 @@
 #include "ui/dialogs.h"
 
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QStringList>
 
@@ -37,7 +40,46 @@ QString Text(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+// While it lives, the pointer of a program that waits for its user doesn't say that it is working.
+class AnswerCursor {
+ public:
+  AnswerCursor() : is_needed_(QGuiApplication::overrideCursor() != nullptr) {
+    if (is_needed_) QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
+  }
+  ~AnswerCursor() {
+    if (is_needed_) QGuiApplication::restoreOverrideCursor();
+  }
+  AnswerCursor(const AnswerCursor&) = delete;
+  AnswerCursor& operator=(const AnswerCursor&) = delete;
+
+ private:
+  bool is_needed_;
+};
+
+int Show(QMessageBox& box) {
+  box.setTextFormat(Qt::PlainText);
+  const AnswerCursor cursor;
+  return box.exec();
+}
+
+// The toolkit appends the default extension to every name without one, and then doesn't find the
+// file of just that name.
+class OpenFileDialog : public QFileDialog {
+ public:
+  using QFileDialog::QFileDialog;
+
+  void accept() override {
+    const QString suffix = defaultSuffix();
+    const auto* const name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    if (name != nullptr && QFileInfo(directory(), name->text()).isFile()) setDefaultSuffix({});
+    QFileDialog::accept();
+    // Once it is accepted the dialog would append it to what it gives.
+    if (result() != QDialog::Accepted) setDefaultSuffix(suffix);
+  }
+};
+
 std::optional<QString> AskForFile(QFileDialog& dialog, const FileRequest& request) {
+  const AnswerCursor cursor;
   dialog.setNameFilters(ToolkitFilters(request.Filters));
   dialog.setDefaultSuffix(Text(request.DefaultExtension));
   if (!request.InitialName.isEmpty()) dialog.selectFile(request.InitialName);
@@ -49,10 +91,11 @@ std::optional<QString> AskForFile(QFileDialog& dialog, const FileRequest& reques
 
 Answer ToolkitDialogs::Message(QWidget* parent, MessageIcon icon, const QString& text,
                                MessageButtons buttons) {
+  // A window that isn't shown yet has no place to stand over.
+  QWidget* const visible_parent = parent != nullptr && parent->isVisible() ? parent : nullptr;
   QMessageBox box(ToolkitIcon(icon), QString::fromUtf8(kProgramName), text, ToolkitButtons(buttons),
-                  parent);
-  box.setTextFormat(Qt::PlainText);
-  switch (box.exec()) {
+                  visible_parent);
+  switch (Show(box)) {
     case QMessageBox::Yes:
       return Answer::Yes;
     case QMessageBox::No:
@@ -64,8 +107,15 @@ Answer ToolkitDialogs::Message(QWidget* parent, MessageIcon icon, const QString&
   }
 }
 
+void ToolkitDialogs::RunMessage(QWidget* parent, const QString& text) {
+  QMessageBox box(QMessageBox::Critical, QString::fromUtf8(kProgramName), text, QMessageBox::Ok,
+                  parent);
+  box.setWindowModality(Qt::WindowModal);
+  static_cast<void>(Show(box));
+}
+
 std::optional<QString> ToolkitDialogs::OpenFile(QWidget* parent, const FileRequest& request) {
-  QFileDialog dialog(parent);
+  OpenFileDialog dialog(parent);
   dialog.setAcceptMode(QFileDialog::AcceptOpen);
   dialog.setFileMode(QFileDialog::ExistingFile);
   return AskForFile(dialog, request);

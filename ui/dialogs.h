@@ -32,6 +32,10 @@ class Dialogs {
   /// A box of the program's caption. Closing it means Cancel, or No or Ok where there is no Cancel.
   virtual Answer Message(QWidget* parent, MessageIcon icon, const QString& text,
                          MessageButtons buttons) = 0;
+  /// A message of a run with the stop icon and an OK button, which blocks only the parent. A run
+  /// may show one at every match, and the rest of the program, its close box above all, must stay
+  /// within reach meanwhile.
+  virtual void RunMessage(QWidget* parent, const QString& text) = 0;
   /// The path of an existing file, or nothing after Cancel.
   virtual std::optional<QString> OpenFile(QWidget* parent, const FileRequest& request) = 0;
   /// The path to write to, or nothing after Cancel. Asks before an existing file is chosen.
@@ -46,6 +50,7 @@ class ToolkitDialogs : public Dialogs {
  public:
   Answer Message(QWidget* parent, MessageIcon icon, const QString& text,
                  MessageButtons buttons) override;
+  void RunMessage(QWidget* parent, const QString& text) override;
   std::optional<QString> OpenFile(QWidget* parent, const FileRequest& request) override;
   std::optional<QString> SaveFile(QWidget* parent, const FileRequest& request) override;
 };

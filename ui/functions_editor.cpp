@@ -9,7 +9,8 @@
 #include <utility>
 #include <vector>
 
-#include "ui/plain_caption.h"
+#include "ui/byte_text.h"
+#include "ui/plain_text.h"
 #include "ui_functions_editor.h"
 
 namespace zarvo {
@@ -86,7 +87,7 @@ void FunctionsEditor::LoadObject() {
   if (HasCurrent()) {
     const Function& function = CurrentFunction();
     for (const FunctionEntry& entry : function.Entries) {
-      ui_->pairList->addItem(PlainLine(PairLine(entry)));
+      ui_->pairList->addItem(PlainLine(FromBytes(PairLine(entry))));
     }
     ui_->emptyRadio->setChecked(function.DefaultReturnsArgument == Function::kReturnEmpty);
     ui_->argumentRadio->setChecked(function.DefaultReturnsArgument == Function::kReturnArgument);

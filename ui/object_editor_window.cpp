@@ -2,7 +2,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QFocusEvent>
 #include <QSignalBlocker>
 #include <algorithm>
 #include <utility>
@@ -12,10 +11,10 @@
 #include "ui/accessible_names.h"
 #include "ui/byte_line_edit.h"
 #include "ui/byte_text.h"
+#include "ui/focus_loss.h"
 #include "ui/icon_button.h"
 #include "ui/object_tabs.h"
 #include "ui/plain_text.h"
-#include "ui/run_pump.h"
 
 namespace zarvo {
 namespace {
@@ -69,11 +68,7 @@ void ObjectEditorWindow::AdoptControls(const CommonControls& controls) {
 }
 
 bool ObjectEditorWindow::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == controls_.Name && event->type() == QEvent::FocusOut &&
-      kind_.ReloadsOnLeavingName && !ProgramIsQuitting() &&
-      static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason) {
-    OnNameLeft();
-  }
+  if (watched == controls_.Name && kind_.ReloadsOnLeavingName && EndsEditing(*event)) OnNameLeft();
   return QDialog::eventFilter(watched, event);
 }
 

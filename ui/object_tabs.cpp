@@ -3,7 +3,8 @@
 #include <QMouseEvent>
 #include <utility>
 
-#include "ui/plain_caption.h"
+#include "ui/byte_text.h"
+#include "ui/plain_text.h"
 
 namespace zarvo {
 namespace {
@@ -29,11 +30,13 @@ void ObjectTabs::SetCaptions(const std::vector<std::string>& captions) {
 }
 
 void ObjectTabs::SetCaption(int position, std::string_view caption) {
-  const QString text = PlainCaption(caption);
+  const QString text = PlainCaption(FromBytes(caption));
   if (tabText(position) != text) setTabText(position, text);
 }
 
-void ObjectTabs::AppendCaption(std::string_view caption) { addTab(PlainCaption(caption)); }
+void ObjectTabs::AppendCaption(std::string_view caption) {
+  addTab(PlainCaption(FromBytes(caption)));
+}
 
 QString ObjectTabs::Caption(int position) const {
   return tabText(position).replace(QStringLiteral("&&"), QStringLiteral("&"));

@@ -5,10 +5,23 @@
 #include "ui_password_change_dialog.h"
 
 namespace zarvo {
+namespace {
+
+// A dialog of so few controls would else be narrower than its own title between the title bar's
+// buttons.
+void MakeRoomForTitle(QDialog& dialog) {
+  constexpr int kButtonsInEms = 12;
+  const QFontMetrics metrics = dialog.fontMetrics();
+  dialog.setMinimumWidth(metrics.horizontalAdvance(dialog.windowTitle()) +
+                         kButtonsInEms * metrics.horizontalAdvance(QLatin1Char('M')));
+}
+
+}  // namespace
 
 EnterPasswordDialog::EnterPasswordDialog(QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::EnterPasswordDialog>()) {
   ui_->setupUi(this);
+  MakeRoomForTitle(*this);
   NameControlsByLabels(*this);
   connect(ui_->okButton, &QPushButton::clicked, this, &QDialog::accept);
   connect(ui_->cancelButton, &QPushButton::clicked, this, &QDialog::reject);
@@ -21,6 +34,7 @@ std::string EnterPasswordDialog::Password() const { return ui_->passwordEdit->By
 PasswordChangeDialog::PasswordChangeDialog(Dialogs& dialogs, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::PasswordChangeDialog>()), dialogs_(dialogs) {
   ui_->setupUi(this);
+  MakeRoomForTitle(*this);
   NameControlsByLabels(*this);
   connect(ui_->okButton, &QPushButton::clicked, this, &QDialog::accept);
   connect(ui_->cancelButton, &QPushButton::clicked, this, &QDialog::reject);

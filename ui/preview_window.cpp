@@ -1,5 +1,6 @@
 #include "ui/preview_window.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QPointer>
 #include <QProgressBar>
@@ -32,7 +33,14 @@ class WindowBar : public ProgressBar {
   }
   void SetStep(std::int64_t step) override { step_ = step; }
   void SetPosition(std::int64_t position) override {
-    if (bar_) bar_->setValue(Clamped(position));
+    if (!bar_) return;
+    // The control paints each change at once, which takes longer than many a rule. What comes soon
+    // after the last one is painted with the other events.
+    const bool paint = !since_painted_.isValid() || since_painted_.elapsed() >= kPaintInterval;
+    if (paint) since_painted_.start();
+    if (!paint) bar_->setUpdatesEnabled(false);
+    bar_->setValue(Clamped(position));
+    if (!paint) bar_->setUpdatesEnabled(true);
   }
   void Step() override {
     if (bar_) SetPosition(bar_->value() + step_);
@@ -40,7 +48,10 @@ class WindowBar : public ProgressBar {
   bool Exists() override { return !bar_.isNull(); }
 
  private:
+  static constexpr qint64 kPaintInterval = 20;
+
   QPointer<QProgressBar> bar_;
+  QElapsedTimer since_painted_;
   std::int64_t step_ = 1;
 };
 
@@ -73,7 +84,8 @@ void PreviewWindow::Update() {
   // Whether it was completed or stopped, the text is what is to be shown.
   static_cast<void>(
       ApplyFilter({ProcessEngineState(), ProcessRandom(), pump}, filter_, text, &bar, nullptr));
-  ui_->modifiedEdit->SetBytes(text);
+  // Where the program ends nobody sees it any more, and a long text would keep the program waiting.
+  if (!ProgramIsQuitting()) ui_->modifiedEdit->SetBytes(text);
   SetBusy(false);
 }
 

@@ -9,6 +9,7 @@
 
 #include "app/services/leading_integer.h"
 #include "ui/byte_text.h"
+#include "ui/stray_wheel.h"
 #include "ui_rules_editor.h"
 
 namespace zarvo {
@@ -67,6 +68,7 @@ RulesEditor::RulesEditor(EditorHost host)
                                                            ui_->afterEdit, ui_->probabilityEdit}) {
     edit->setFixedWidth(edit->fontMetrics().horizontalAdvance(QStringLiteral("0000000")));
   }
+  StopStrayWheel(*ui_->setBox);
   ConnectControls();
 }
 

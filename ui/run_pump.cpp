@@ -36,7 +36,7 @@ bool RunPump::Pump() {
 }
 
 void RunPump::ShowMessage(const std::string& text) {
-  dialogs_.Message(parent_, MessageIcon::Stop, FromBytes(text), MessageButtons::Ok);
+  if (!is_quitting) dialogs_.RunMessage(parent_, FromBytes(text));
 }
 
 }  // namespace zarvo

@@ -3,7 +3,8 @@
 #include <QSignalBlocker>
 #include <utility>
 
-#include "ui/plain_caption.h"
+#include "ui/byte_text.h"
+#include "ui/plain_text.h"
 #include "ui/string_editor.h"
 #include "ui_sets_editor.h"
 
@@ -60,7 +61,7 @@ void SetsEditor::LoadObject() {
     ui_->stringList->clear();
     if (HasCurrent()) {
       for (const Pattern& string : CurrentSet().Strings) {
-        ui_->stringList->addItem(PlainLine(DisplayForm(string)));
+        ui_->stringList->addItem(PlainLine(FromBytes(DisplayForm(string))));
       }
     }
   }

@@ -2,14 +2,14 @@
 
 #include <QButtonGroup>
 #include <QEvent>
-#include <QFocusEvent>
 #include <QSignalBlocker>
-#include <QTabBar>
 #include <utility>
 #include <vector>
 
 #include "ui/accessible_names.h"
-#include "ui/plain_caption.h"
+#include "ui/byte_text.h"
+#include "ui/focus_loss.h"
+#include "ui/object_tabs.h"
 #include "ui_string_editor.h"
 
 namespace zarvo {
@@ -199,15 +199,15 @@ void StringEditor::Load() {
 void StringEditor::LoadTabs() {
   const int count = static_cast<int>(draft_.Count());
   while (ui_->subsTabs->count() > count) ui_->subsTabs->removeTab(count);
-  while (ui_->subsTabs->count() < count) ui_->subsTabs->addTab(QString());
+  while (ui_->subsTabs->count() < count) ui_->subsTabs->AppendCaption(QString());
   for (std::size_t i = 0; i < draft_.Count(); ++i) ShowCaption(i);
   ui_->subsTabs->setCurrentIndex(static_cast<int>(draft_.Position()));
 }
 
 void StringEditor::ShowCaption(std::size_t position) {
   const int tab = static_cast<int>(position);
-  const QString caption = PlainCaption(draft_.Caption(position));
-  if (ui_->subsTabs->tabText(tab) != caption) ui_->subsTabs->setTabText(tab, caption);
+  const QString caption = FromBytes(draft_.Caption(position));
+  ui_->subsTabs->SetCaption(tab, caption);
   // An empty subpattern must not be silent for those who hear the tabs.
   ui_->subsTabs->setAccessibleTabName(
       tab, caption.isEmpty() ? tr("Subpattern %1").arg(tab + 1) : QString());
@@ -241,12 +241,8 @@ void StringEditor::LoadKind() {
 }
 
 bool StringEditor::eventFilter(QObject* watched, QEvent* event) {
-  // A menu that opens over a field doesn't end the editing.
-  if (event->type() == QEvent::FocusOut &&
-      static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason) {
-    // What was typed is stored already; the rest of the window shows it now.
-    Load();
-  }
+  // What was typed is stored already; the rest of the window shows it now.
+  if (EndsEditing(*event)) Load();
   return QDialog::eventFilter(watched, event);
 }
 

@@ -7,7 +7,8 @@
 #include <utility>
 
 #include "ui/add_to_predefined_dialog.h"
-#include "ui/plain_caption.h"
+#include "ui/byte_text.h"
+#include "ui/plain_text.h"
 #include "ui/pop_up_below.h"
 #include "ui/predefined_dialog.h"
 #include "ui/string_editor.h"
@@ -52,7 +53,7 @@ void StringEditor::FillMenus() {
     QMenu& popup = *library_popups_[i];
     Empty(popup);
     for (const SubpatternMenuItem& item : library_menus_[i].Items()) {
-      AddCommand(popup, PlainCaption(item.Name), item.Command);
+      AddCommand(popup, PlainCaption(FromBytes(item.Name)), item.Command);
     }
     if (!popup.isEmpty()) popup.addSeparator();
     AddCommand(popup, tr("Add to predefined..."), kAddToPredefinedCommand);
@@ -61,7 +62,7 @@ void StringEditor::FillMenus() {
   Empty(*functions_popup_);
   std::int64_t command = kFirstItemCommand;
   for (const Function& function : functions_) {
-    AddCommand(*functions_popup_, PlainCaption(function.Name), command++);
+    AddCommand(*functions_popup_, PlainCaption(FromBytes(function.Name)), command++);
   }
 }
 

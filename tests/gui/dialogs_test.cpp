@@ -366,5 +366,51 @@ TEST_F(HelpWindowTest, AFolderMayHaveAnyName) {
   EXPECT_EQ(Browser().toPlainText(), "Found");
 }
 
+TEST_F(ToolkitFiles, OpenTakesAFileWithoutAnExtensionAsItIs) {
+  folder_.Write("plain", "text");
+  folder_.Write("other.txt", "text");
+  request_.Filters = "All files (*.*)|*.*|";
+  {
+    const User<QFileDialog> user([&](QFileDialog& dialog) { Choose(dialog, Path("plain")); });
+    EXPECT_EQ(dialogs_.OpenFile(nullptr, request_), Path("plain"));
+  }
+  const User<QFileDialog> user([&](QFileDialog& dialog) { Choose(dialog, Path("other")); });
+  EXPECT_EQ(dialogs_.OpenFile(nullptr, request_), Path("other.txt"));
+}
+
+TEST(ToolkitMessage, OfARunBlocksItsOwnWindowAlone) {
+  QWidget window;
+  window.show();
+  ToolkitDialogs dialogs;
+  const QString text = QStringLiteral("<b>text");
+  const User<QMessageBox> user([&](QMessageBox& box) {
+    EXPECT_EQ(box.windowModality(), Qt::WindowModal);
+    EXPECT_EQ(box.parentWidget(), &window);
+    EXPECT_EQ(box.icon(), QMessageBox::Critical);
+    EXPECT_EQ(box.windowTitle(), "Zarvo Composer");
+    EXPECT_EQ(box.text(), text);
+    EXPECT_EQ(box.textFormat(), Qt::PlainText);
+    EXPECT_EQ(box.standardButtons(), QMessageBox::Ok);
+    Press(box, QMessageBox::Ok);
+  });
+  dialogs.RunMessage(&window, text);
+}
+
+TEST(ToolkitMessage, ShowsAnArrowWhileTheProgramIsAtWork) {
+  QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+  ToolkitDialogs dialogs;
+  {
+    const User<QMessageBox> user([](QMessageBox& box) {
+      ASSERT_NE(QGuiApplication::overrideCursor(), nullptr);
+      EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::ArrowCursor);
+      Press(box, QMessageBox::Ok);
+    });
+    dialogs.Message(nullptr, MessageIcon::Stop, QStringLiteral("text"), MessageButtons::Ok);
+  }
+  ASSERT_NE(QGuiApplication::overrideCursor(), nullptr);
+  EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
+  QGuiApplication::restoreOverrideCursor();
+}
+
 }  // namespace
 }  // namespace zarvo

@@ -178,6 +178,7 @@ TEST_F(LockTest, LockWithShowDisablesNothing) {
 TEST_F(LockTest, FunctionsButtonStaysActiveAndDoesNothing) {
   LockFilter();
   ClickOn("editFunctionsButton");
+  EXPECT_FALSE(WindowNamed("FunctionsEditor").isVisible());
   EXPECT_EQ(QApplication::activeWindow(), window_.get());
   EXPECT_TRUE(dialogs_.IsDone());
 }
@@ -461,6 +462,37 @@ TEST_F(LockTest, DifferentNewPasswordsKeepTheDialogOpenWithBothEmptied) {
   ClickOn("setPasswordButton");
   EXPECT_TRUE(dialogs_.IsDone());
   EXPECT_TRUE(TheFilter().CheckPassword("new"));
+}
+
+TEST_F(LockTest, WarningOfALeftFieldTakesNoClick) {
+  LockFilter();
+  TypeInto(Get("nameEdit"), {});
+  bool asked = false;
+  testing::WithNextDialog<EnterPasswordDialog>([&](EnterPasswordDialog& dialog) {
+    asked = true;
+    Click(Find<QWidget>(dialog, "cancelButton"));
+  });
+  // As with a hand: time passes before the button is let go.
+  auto& box = Get("lockBox");
+  const QPoint place = box.mapTo(window_.get(), QPoint(8, box.height() / 2));
+  QTest::mousePress(window_->windowHandle(), Qt::LeftButton, {}, place);
+  QTest::qWait(100);
+  ExpectLockWarning();
+  QTest::mouseRelease(window_->windowHandle(), Qt::LeftButton, {}, place);
+  EXPECT_TRUE(asked);
+  LeaveField();
+  EXPECT_TRUE(dialogs_.IsDone());
+}
+
+TEST_F(LockTest, ListOrMenuOverAFieldRaisesNoWarning) {
+  LockFilter();
+  auto& type = Get<QComboBox>("typeBox");
+  TypeInto(type, {});
+  type.showPopup();
+  QTest::qWait(100);
+  type.hidePopup();
+  QTest::qWait(100);
+  EXPECT_TRUE(dialogs_.IsDone());
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -15,11 +17,13 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "app/main_window.h"
 #include "model/filter_file.h"
 #include "tests/gui/scripted_dialogs.h"
 #include "tests/gui/window_actions.h"
+#include "tests/support/builders.h"
 #include "tests/support/temporary_folder.h"
 #include "ui/byte_line_edit.h"
 #include "ui/byte_text.h"
@@ -54,11 +58,38 @@ class MainWindowFixture : public ::testing::Test {
   void Type(const char* name, const char* text) {
     SelectAllAndType(Get(name), QString::fromLatin1(text));
   }
-  /// Moves the focus to a button, which commits the field that had it.
-  void LeaveField() { Get("exitButton").setFocus(Qt::TabFocusReason); }
+  /// Moves the focus to a button, which commits the field that had it, and waits for the refusal of
+  /// a locked filter.
+  void LeaveField() {
+    Get("exitButton").setFocus(Qt::TabFocusReason);
+    const auto& refusal = *window_->findChild<QTimer*>(QStringLiteral("refusalTimer"));
+    ASSERT_TRUE(QTest::qWaitFor([&refusal] { return !refusal.isActive(); }));
+  }
   void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
     QTest::keyClick(window_->focusWidget() ? window_->focusWidget() : window_.get(), key,
                     modifiers);
+  }
+
+  /// A changed document: the name was typed, and is committed.
+  void Change() {
+    Type("nameEdit", "changed");
+    LeaveField();
+    ASSERT_FALSE(Doc().Saved);
+    ASSERT_EQ(TheFilter().Name, "changed");
+  }
+
+  /// The menu that the click on this button opens.
+  QMenu* OpenMenu(const char* button) {
+    ClickOn(button);
+    return qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  }
+
+  /// One of the program's other windows, shown or not.
+  static QWidget& WindowNamed(const char* name) {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+      if (window->objectName() == QLatin1String(name)) return *window;
+    }
+    throw std::runtime_error(std::string("no window ") + name);
   }
 
   Document& Doc() { return window_->CurrentDocument(); }
@@ -126,5 +157,33 @@ class MainWindowFixture : public ::testing::Test {
   ScriptedDialogs dialogs_;
   std::unique_ptr<MainWindow> window_;
 };
+
+/// A filter in which every field of the header differs, with a rule, two sets and three functions.
+inline zarvo::Filter Counted() {
+  zarvo::Filter filter =
+      FilterOf({Replace(Of({Str("a")}, 0), Of({Str("b")}, 0))}, {SetOf("s", {}), SetOf("t", {})},
+               {FunctionOf("f", {}), FunctionOf("g", {}), FunctionOf("h", {})});
+  filter.Name = "n";
+  filter.Version = 42;
+  filter.AutoIncrement = 0;
+  filter.Author = "a";
+  filter.Language = "l";
+  filter.Type = "Phonetic";
+  filter.Description = "d";
+  return filter;
+}
+
+inline std::vector<std::string> Entries(const QMenu& menu) {
+  std::vector<std::string> texts;
+  for (const QAction* action : menu.actions()) texts.push_back(action->text().toStdString());
+  return texts;
+}
+
+/// Clicks on the menu's entry at this position, from 0.
+inline void Choose(QMenu& menu, int index) {
+  QAction* action = menu.actions().at(index);
+  ASSERT_TRUE(action->isEnabled());
+  QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(action).center());
+}
 
 }  // namespace zarvo::testing

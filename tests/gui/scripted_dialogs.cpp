@@ -57,6 +57,10 @@ Answer ScriptedDialogs::Message(QWidget* /*parent*/, MessageIcon icon, const QSt
   return line.TheAnswer;
 }
 
+void ScriptedDialogs::RunMessage(QWidget* parent, const QString& text) {
+  Message(parent, MessageIcon::Stop, text, MessageButtons::Ok);
+}
+
 std::optional<QString> ScriptedDialogs::OpenFile(QWidget* /*parent*/, const FileRequest& request) {
   return Take(FileCall("open", request.Filters, request.DefaultExtension, request.InitialName),
               Answer::Cancel)

@@ -33,6 +33,8 @@ class ScriptedDialogs : public Dialogs {
 
   Answer Message(QWidget* parent, MessageIcon icon, const QString& text,
                  MessageButtons buttons) override;
+  /// In the script it is a message like any other.
+  void RunMessage(QWidget* parent, const QString& text) override;
   std::optional<QString> OpenFile(QWidget* parent, const FileRequest& request) override;
   std::optional<QString> SaveFile(QWidget* parent, const FileRequest& request) override;
 

@@ -4,6 +4,7 @@
 #include <QSettings>
 #include <QSplashScreen>
 #include <QTextBrowser>
+#include <QWindow>
 #include <ctime>
 #include <filesystem>
 
@@ -206,6 +207,15 @@ TEST_F(HelpTest, MissingFileIsReportedWithItsPath) {
     EXPECT_TRUE(dialogs_.IsDone());
     EXPECT_FALSE(Help().isVisible());
   }
+}
+
+TEST_F(StartUpTest, SplashStandsBeforeTheFileIsReadAndStaysWhenItIsClicked) {
+  start_up_.Begin({});
+  QSplashScreen* splash = Splash();
+  ASSERT_NE(splash, nullptr);
+  EXPECT_TRUE(splash->windowHandle()->isExposed());
+  QTest::mouseClick(splash, Qt::LeftButton);
+  EXPECT_TRUE(splash->isVisible());
 }
 
 }  // namespace

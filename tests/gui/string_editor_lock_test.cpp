@@ -120,8 +120,9 @@ TEST_F(LockedStringEditor, RefusesPastingDeletingAndUndoing) {
   const Subpattern text = Str("text");
   QApplication::clipboard()->setText(QStringLiteral("pasted"));
   const QKeySequence::StandardKey keys[] = {QKeySequence::Paste, QKeySequence::Cut,
-                                            QKeySequence::Delete, QKeySequence::DeleteStartOfWord};
+                                            QKeySequence::Delete, QKeySequence::Backspace};
   for (const QKeySequence::StandardKey key : keys) {
+    SCOPED_TRACE(key);
     OpenLocked(Of({text}));
     ExpectRefused("key", [&] {
       testing::TypeInto(Get("textEdit"), {});

@@ -24,6 +24,15 @@ void* operator new(std::size_t size) {
   return block + kHeader;
 }
 
+// A sanitizer's own would give blocks without their size.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  try {
+    return operator new(size);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
+
 void operator delete(void* pointer) noexcept {
   if (pointer == nullptr) return;
   char* block = static_cast<char*>(pointer) - kHeader;
@@ -32,6 +41,7 @@ void operator delete(void* pointer) noexcept {
 }
 
 void operator delete(void* pointer, std::size_t) noexcept { operator delete(pointer); }
+void operator delete(void* pointer, const std::nothrow_t&) noexcept { operator delete(pointer); }
 
 namespace zarvo::testing {
 
