@@ -51,16 +51,19 @@ QSize ObjectTabs::tabSizeHint(int index) const {
 }
 
 void ObjectTabs::mousePressEvent(QMouseEvent* event) {
-  if (event->button() == Qt::LeftButton) selected_at_press_ = currentIndex();
+  pressed_selected_ = event->button() == Qt::LeftButton && IsOnSelected(*event);
   QTabBar::mousePressEvent(event);
 }
 
 void ObjectTabs::mouseReleaseEvent(QMouseEvent* event) {
   QTabBar::mouseReleaseEvent(event);
   if (event->button() != Qt::LeftButton) return;
-  const int pressed = std::exchange(selected_at_press_, -1);
-  const int tab = tabAt(event->position().toPoint());
-  if (tab >= 0 && tab == currentIndex() && tab == pressed) emit Chosen();
+  if (std::exchange(pressed_selected_, false) && IsOnSelected(*event)) emit Chosen();
+}
+
+bool ObjectTabs::IsOnSelected(const QMouseEvent& event) const {
+  const int tab = tabAt(event.position().toPoint());
+  return tab >= 0 && tab == currentIndex();
 }
 
 void ObjectTabs::changeEvent(QEvent* event) {

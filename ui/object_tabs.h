@@ -35,9 +35,11 @@ class ObjectTabs : public QTabBar {
   void changeEvent(QEvent* event) override;
 
  private:
+  [[nodiscard]] bool IsOnSelected(const QMouseEvent& event) const;
+
   mutable QCache<QString, QSize> sizes_;
-  // The selected position when the mouse button went down; -1 while it is up.
-  int selected_at_press_ = -1;
+  // Whether the mouse button went down on the tab that was selected by then.
+  bool pressed_selected_ = false;
 };
 
 /// The caption for an object's name: the name when it is shorter than 24 bytes, else its first 20

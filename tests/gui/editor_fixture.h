@@ -94,7 +94,10 @@ inline std::string BytesOf(zarvo::Filter filter) { return FilterFileBytes(filter
 
 class EditorFixture : public MainWindowFixture {
  protected:
-  explicit EditorFixture(const EditorNames& names) : names_(names) {}
+  explicit EditorFixture(const EditorNames& names) : names_(names) {
+    // No field of the main window is left, and so committed, by a click on "Edit...".
+    LeaveField();
+  }
 
   QDialog& Editor() { return TopLevel(names_.Window); }
   template <typename Control = QWidget>

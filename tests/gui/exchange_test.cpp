@@ -185,6 +185,7 @@ TEST_P(ExchangeTest, ImportsIntoAnEmptyFilter) {
   const std::string record = GetParam().Record(GetParam().Make("chosen"), 1);
   Load({});
   ShowEditor();
+  Doc().Saved = true;
   window_->NewDocument();
   ASSERT_EQ(Tabs().count(), 0);
   ASSERT_FALSE(IsEnabled("exportButton"));

@@ -19,6 +19,7 @@ class ObjectTabsTest : public ::testing::Test {
     tabs_.resize(600, tabs_.sizeHint().height());
     Fill({"A", "B", "C"});
     tabs_.show();
+    chosen_.clear();
   }
 
   void Fill(const std::vector<const char*>& captions) {

@@ -319,7 +319,8 @@ TEST_F(RulesEditorTest, ArrowKeysChooseTheReplacementToo) {
   EXPECT_EQ(RuleAt(0).ReplacementSource, ReplacementSource::SetAtRandom);
   PressIn("replaceRadio", Qt::Key_Space);
   EXPECT_EQ(RuleAt(0).To, 1);
-  PressIn("onceBox", Qt::Key_Space);
+  PressIn("strictBox", Qt::Key_Space);
+  EXPECT_EQ(RuleAt(0).Strict, 1);
 }
 
 TEST_F(RulesEditorTest, OnceAndStrictStoreTheirFlags) {
