@@ -199,18 +199,18 @@ void StringEditor::Load() {
 void StringEditor::LoadTabs() {
   const int count = static_cast<int>(draft_.Count());
   while (ui_->subsTabs->count() > count) ui_->subsTabs->removeTab(count);
-  while (ui_->subsTabs->count() < count) ui_->subsTabs->AppendCaption(QString());
+  while (ui_->subsTabs->count() < count) ui_->subsTabs->AppendCaption({});
   for (std::size_t i = 0; i < draft_.Count(); ++i) ShowCaption(i);
   ui_->subsTabs->setCurrentIndex(static_cast<int>(draft_.Position()));
 }
 
 void StringEditor::ShowCaption(std::size_t position) {
   const int tab = static_cast<int>(position);
-  const QString caption = FromBytes(draft_.Caption(position));
+  const std::string caption = draft_.Caption(position);
   ui_->subsTabs->SetCaption(tab, caption);
   // An empty subpattern must not be silent for those who hear the tabs.
   ui_->subsTabs->setAccessibleTabName(
-      tab, caption.isEmpty() ? tr("Subpattern %1").arg(tab + 1) : QString());
+      tab, caption.empty() ? tr("Subpattern %1").arg(tab + 1) : QString());
 }
 
 // Controls are only touched where they change: disabling the one that is just getting the focus
