@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "ui/byte_text.h"
+#include "ui/plain_text.h"
 #include "ui_functions_editor.h"
 
 namespace zarvo {
@@ -29,6 +30,7 @@ EditorKind FunctionKind() {
           .Extension = "ZarvoFunction",
           .UpdatesPreview = false,
           .ReloadsOnTabClick = false,
+          .ReloadsOnRefusedCommand = true,
           .ReloadsOnLeavingName = false};
 }
 
@@ -85,7 +87,7 @@ void FunctionsEditor::LoadObject() {
   if (HasCurrent()) {
     const Function& function = CurrentFunction();
     for (const FunctionEntry& entry : function.Entries) {
-      ui_->pairList->addItem(FromBytes(PairLine(entry)));
+      ui_->pairList->addItem(PlainLine(FromBytes(PairLine(entry))));
     }
     ui_->emptyRadio->setChecked(function.DefaultReturnsArgument == Function::kReturnEmpty);
     ui_->argumentRadio->setChecked(function.DefaultReturnsArgument == Function::kReturnArgument);
@@ -116,11 +118,13 @@ void FunctionsEditor::OnAddPair() {
 }
 
 void FunctionsEditor::OnDeletePair() {
-  const int row = ui_->pairList->currentRow();
-  Change([row](Function& function) {
-    const auto position = static_cast<std::size_t>(row);
-    if (row >= 0 && position < function.Entries.size()) {
-      function.Entries.erase(function.Entries.begin() + row);
+  // Not the current row: a list that gets the focus has one without a selection.
+  const QModelIndexList selected = ui_->pairList->selectionModel()->selectedRows();
+  Change([&selected](Function& function) {
+    for (const QModelIndex& pair : selected) {
+      if (static_cast<std::size_t>(pair.row()) < function.Entries.size()) {
+        function.Entries.erase(function.Entries.begin() + pair.row());
+      }
     }
   });
 }

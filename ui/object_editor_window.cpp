@@ -171,6 +171,10 @@ bool ObjectEditorWindow::RefuseAndReload() {
   return true;
 }
 
+bool ObjectEditorWindow::RefuseCommand() {
+  return kind_.ReloadsOnRefusedCommand ? RefuseAndReload() : Refuse();
+}
+
 void ObjectEditorWindow::StoreName() {
   list_->Rename(Current(), controls_.Name->Bytes());
   controls_.Tabs->SetCaption(static_cast<int>(Current()), TabCaption(list_->NameAt(Current())));
@@ -206,13 +210,13 @@ void ObjectEditorWindow::AddTab(std::size_t position) {
 }
 
 void ObjectEditorWindow::OnNew() {
-  if (Refuse()) return;
+  if (RefuseCommand()) return;
   AddTab(AppendNew());
   Reload();
 }
 
 void ObjectEditorWindow::OnDelete() {
-  if (Refuse() || !HasCurrent()) return;
+  if (RefuseCommand() || !HasCurrent()) return;
   const QString question = kind_.DeleteQuestion + QLatin1Char('"') +
                            FromBytes(list_->NameAt(Current())) + QStringLiteral("\"?");
   if (Services().Dialogs.Message(this, MessageIcon::Question, question, MessageButtons::YesNo) !=

@@ -46,6 +46,8 @@ struct EditorKind {
   bool UpdatesPreview;
   /// A click on the selected tab reloads the object too; else only the choice of another tab does.
   bool ReloadsOnTabClick;
+  /// A refused New or Delete reloads the object, as every refused change of a control does.
+  bool ReloadsOnRefusedCommand;
   /// The object is reloaded when the name edit loses the focus.
   bool ReloadsOnLeavingName;
 };
@@ -119,6 +121,8 @@ class ObjectEditorWindow : public QDialog, public ObjectEditor {
   void UpdatePreview();
   void ReloadWhileShown();
   void StoreName();
+  // As Refuse, for New and Delete.
+  [[nodiscard]] bool RefuseCommand();
   // Gives the position of the new object, which has no tab yet.
   std::size_t AppendNew();
   // Adds the tab of the last object and selects it.

@@ -2,11 +2,15 @@
 
 namespace zarvo {
 
-QString PlainCaption(QString text) {
+QString PlainLine(QString text) {
   for (QChar& character : text) {
     if (character == u'\t' || character == u'\r' || character == u'\n') character = u' ';
   }
-  return text.replace(u'&', QStringLiteral("&&"));
+  return text;
+}
+
+QString PlainCaption(const QString& text) {
+  return PlainLine(text).replace(u'&', QStringLiteral("&&"));
 }
 
 QString PlainTitle(QString text) {

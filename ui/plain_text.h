@@ -5,9 +5,12 @@
 
 namespace zarvo {
 
-/// For tabs, menus and buttons: an "&" is no mnemonic, and what would break the line or begin a
-/// column is a blank.
-[[nodiscard]] QString PlainCaption(QString text);
+/// For lists, whose entries are one line each: what would break the line or begin a column is a
+/// blank.
+[[nodiscard]] QString PlainLine(QString text);
+
+/// For tabs, menus and buttons: one line too, in which an "&" is no mnemonic.
+[[nodiscard]] QString PlainCaption(const QString& text);
 
 /// For window titles, where "[*]" would be the mark of a modified document.
 [[nodiscard]] QString PlainTitle(QString text);

@@ -29,6 +29,7 @@ EditorKind RuleKind() {
           .Extension = "ZarvoRule",
           .UpdatesPreview = true,
           .ReloadsOnTabClick = true,
+          .ReloadsOnRefusedCommand = false,
           .ReloadsOnLeavingName = true};
 }
 

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "ui/byte_text.h"
+#include "ui/plain_text.h"
 #include "ui/string_editor.h"
 #include "ui_sets_editor.h"
 
@@ -22,6 +23,7 @@ EditorKind SetKind() {
           .Extension = "ZarvoSet",
           .UpdatesPreview = true,
           .ReloadsOnTabClick = true,
+          .ReloadsOnRefusedCommand = true,
           .ReloadsOnLeavingName = true};
 }
 
@@ -59,7 +61,7 @@ void SetsEditor::LoadObject() {
     ui_->stringList->clear();
     if (HasCurrent()) {
       for (const Pattern& string : CurrentSet().Strings) {
-        ui_->stringList->addItem(FromBytes(DisplayForm(string)));
+        ui_->stringList->addItem(PlainLine(FromBytes(DisplayForm(string))));
       }
     }
   }
@@ -100,7 +102,7 @@ void SetsEditor::Change(EditSet edit) {
 }
 
 void SetsEditor::OnAddString() {
-  if (!HasCurrent() || Refuse()) return;
+  if (!HasCurrent() || RefuseAndReload()) return;
   std::optional<Pattern> string = Edit({});
   if (!string || !HasCurrent()) return;
   Change([&string](Set& set) { set.Strings.push_back(std::move(*string)); });
