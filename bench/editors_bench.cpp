@@ -10,6 +10,7 @@
 #include <string>
 
 #include "bench/sample_filter.h"
+#include "tests/gui/no_dialogs.h"
 #include "ui/byte_line_edit.h"
 #include "ui/rules_editor.h"
 
@@ -17,18 +18,11 @@ namespace zarvo {
 namespace {
 
 // Nothing is asked but whether to delete.
-class YesDialogs : public Dialogs {
+class YesDialogs : public testing::NoDialogs {
  public:
   Answer Message(QWidget* /*parent*/, MessageIcon /*icon*/, const QString& /*text*/,
                  MessageButtons /*buttons*/) override {
     return Answer::Yes;
-  }
-  void RunMessage(QWidget* /*parent*/, const QString& /*text*/) override {}
-  std::optional<QString> OpenFile(QWidget* /*parent*/, const FileRequest& /*request*/) override {
-    return {};
-  }
-  std::optional<QString> SaveFile(QWidget* /*parent*/, const FileRequest& /*request*/) override {
-    return {};
   }
 };
 
