@@ -55,6 +55,9 @@ class MainWindow : public QDialog {
   void Exit();
   void About();
 
+  /// Asks about unsaved changes when the user's session ends. False when it is to go on.
+  [[nodiscard]] bool AskBeforeSessionEnds();
+
   /// Makes the file at this path the document: also when it can't be read, with what could.
   void LoadDocument(const QString& path);
   /// Puts the filter into the controls and applies what its lock hides.

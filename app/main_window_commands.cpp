@@ -227,6 +227,11 @@ void MainWindow::Exit() {
   hide();
 }
 
+bool MainWindow::AskBeforeSessionEnds() {
+  CommitFocusedField();
+  return AskToSaveChanges();
+}
+
 void MainWindow::About() {
   AboutDialog dialog(this);
   dialog.exec();

@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QScreen>
+#include <QSessionManager>
 #include <QSplashScreen>
 #include <QTimer>
 #include <QWindow>
@@ -54,6 +55,15 @@ void StartUp::Begin(const QString& path, std::chrono::milliseconds splash_time) 
       std::make_unique<Splash>(SplashPicture(QGuiApplication::primaryScreen()->devicePixelRatio()));
   ShowAtOnce(*splash_);
   window_ = std::make_unique<MainWindow>(InstallationFolder(), dialogs_);
+  // The session's manager waits for the answer, so this may not be queued.
+  QObject::connect(
+      qApp, &QGuiApplication::commitDataRequest, window_.get(),
+      [window = window_.get()](QSessionManager& manager) {
+        if (!manager.allowsInteraction()) return;
+        if (!window->AskBeforeSessionEnds()) manager.cancel();
+        manager.release();
+      },
+      Qt::DirectConnection);
   if (!path.isEmpty()) {
     window_->LoadDocument(path);
     ShowWindow();

@@ -90,6 +90,19 @@ TEST_F(ExitTest, FailedSaveAfterYesKeepsTheProgramRunning) {
   EXPECT_EQ(TheFilter().Name, "changed");
 }
 
+TEST_F(ExitTest, EndOfTheSessionAsksAboutUnsavedChanges) {
+  EXPECT_TRUE(window_->AskBeforeSessionEnds()) << "nothing to save";
+  Change();
+  ExpectSaveQuestion(Answer::Cancel);
+  EXPECT_FALSE(window_->AskBeforeSessionEnds());
+  ExpectSaveQuestion(Answer::No);
+  EXPECT_TRUE(window_->AskBeforeSessionEnds());
+  ExpectSaveQuestion(Answer::Yes);
+  ExpectSaveAs({}, PathOf("f.zvf"));
+  EXPECT_TRUE(window_->AskBeforeSessionEnds());
+  EXPECT_EQ(ReadFilter("f.zvf").Name, "changed");
+}
+
 TEST_F(ExitTest, CloseBoxAfterYesAsksOnce) {
   window_->LoadDocument(WriteFilter("f.zvf", Filter()));
   ClickOn("autoIncrementBox");
