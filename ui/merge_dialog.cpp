@@ -39,7 +39,8 @@ class MergeListModel : public QAbstractListModel {
   }
 
   [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override {
-    if (role != Qt::DisplayRole) return {};
+    // The tip shows the whole of a name that the list has no room for.
+    if (role != Qt::DisplayRole && role != Qt::ToolTipRole) return {};
     return FromBytes((*items_)[static_cast<std::size_t>(index.row())].Name);
   }
 

@@ -1,6 +1,7 @@
 #include "ui/object_tabs.h"
 
 #include <QMouseEvent>
+#include <algorithm>
 #include <utility>
 
 #include "ui/byte_text.h"
@@ -23,20 +24,46 @@ ObjectTabs::ObjectTabs(QWidget* parent) : QTabBar(parent), sizes_(kKeptSizes) {
 }
 
 void ObjectTabs::SetCaptions(const std::vector<QString>& captions) {
+  constexpr int kFew = 20;
   const int wanted = static_cast<int>(captions.size());
+  // The toolkit lays all tabs out anew for each one that comes, goes or changes while the strip is
+  // shown, and for each one that comes even while it isn't, unless its tabs are invisible.
+  const bool are_many = std::max(count(), wanted) > kFew;
+  const bool was_shown = are_many && isVisible();
+  const bool had_focus = hasFocus();
+  if (was_shown) hide();
   while (count() > wanted) removeTab(count() - 1);
   for (int i = 0; i < count(); ++i) SetCaption(i, captions[static_cast<std::size_t>(i)]);
-  while (count() < wanted) AppendCaption(captions[static_cast<std::size_t>(count())]);
+  const int first_new = count();
+  while (count() < wanted) {
+    AppendCaption(captions[static_cast<std::size_t>(count())]);
+    if (are_many) setTabVisible(count() - 1, false);
+  }
+  if (are_many) {
+    for (int i = first_new; i < wanted; ++i) setTabVisible(i, true);
+    if (currentIndex() < 0 && wanted > 0) setCurrentIndex(0);
+  }
+  if (was_shown) show();
+  if (was_shown && had_focus) setFocus();
 }
 
 void ObjectTabs::SetCaption(int position, const QString& caption) {
   const QString text = PlainCaption(caption);
-  if (tabText(position) != text) setTabText(position, text);
-  // A screen reader has to say something.
-  setAccessibleTabName(position, text.isEmpty() ? tr("Unnamed") : QString());
+  if (tabText(position) == text) return;
+  setTabText(position, text);
+  NameForReaders(position, text);
 }
 
-void ObjectTabs::AppendCaption(const QString& caption) { SetCaption(addTab(QString()), caption); }
+void ObjectTabs::AppendCaption(const QString& caption) {
+  const QString text = PlainCaption(caption);
+  const int position = addTab(text);
+  NameForReaders(position, text);
+}
+
+// A screen reader has to say something.
+void ObjectTabs::NameForReaders(int position, const QString& text) {
+  setAccessibleTabName(position, text.isEmpty() ? tr("Unnamed") : QString());
+}
 
 QString ObjectTabs::Caption(int position) const {
   return tabText(position).replace(QStringLiteral("&&"), QStringLiteral("&"));

@@ -34,6 +34,7 @@ class ObjectTabs : public QTabBar {
   void changeEvent(QEvent* event) override;
 
  private:
+  void NameForReaders(int position, const QString& text);
   [[nodiscard]] bool IsOnSelected(const QMouseEvent& event) const;
 
   mutable QCache<QString, QSize> sizes_;

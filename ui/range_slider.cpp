@@ -9,6 +9,7 @@ namespace zarvo {
 namespace {
 
 constexpr int kBarHeight = 6;
+constexpr double kBarRounding = kBarHeight / 2.0;
 
 }  // namespace
 
@@ -56,7 +57,7 @@ void RangeSlider::paintEvent(QPaintEvent* /*event*/) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(
         palette().brush(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::Highlight));
-    painter.drawRoundedRect(bar, kBarHeight / 2, kBarHeight / 2);
+    painter.drawRoundedRect(bar, kBarRounding, kBarRounding);
     painter.setRenderHint(QPainter::Antialiasing, false);
   }
   option.subControls = QStyle::SC_SliderHandle;

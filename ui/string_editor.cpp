@@ -1,6 +1,5 @@
 #include "ui/string_editor.h"
 
-#include <QButtonGroup>
 #include <QEvent>
 #include <QSignalBlocker>
 #include <utility>
@@ -99,6 +98,13 @@ void StringEditor::ConnectCommands() {
 }
 
 void StringEditor::ConnectFields() {
+  // The toolkit checks each radio button of a group that an arrow key passes, and the kinds convert
+  // the text, so that nobody would get from a string to a list by the keyboard: here the keys only
+  // go from one to the next, and Space checks. A kind that none of them stands for checks none.
+  for (QRadioButton* radio :
+       {ui_->stringRadio, ui_->codeRadio, ui_->functionRadio, ui_->listRadio}) {
+    radio->setAutoExclusive(false);
+  }
   connect(ui_->subsTabs, &QTabBar::currentChanged, this, [this](int position) {
     draft_.Select(static_cast<std::size_t>(position));
     Load();
@@ -232,13 +238,10 @@ void StringEditor::LoadKind() {
       {ui_->functionRadio, ui_->functionsMenuButton, kind == SubpatternKind::Function},
       {ui_->listRadio, ui_->listsMenuButton, is_list},
   };
-  // A kind that no radio button stands for checks none of them.
-  ui_->kindGroup->setExclusive(false);
   for (const auto& of_kind : kinds) {
     of_kind.Radio->setChecked(of_kind.IsOfKind);
     of_kind.MenuButton->setEnabled(of_kind.IsOfKind);
   }
-  ui_->kindGroup->setExclusive(true);
   if (is_list) ui_->negatedBox->setChecked(is_negated);
   ui_->negatedBox->setEnabled(is_list);
 }

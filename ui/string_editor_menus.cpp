@@ -17,6 +17,10 @@
 namespace zarvo {
 namespace {
 
+// A menu can't be used with more, adding to it becomes ever slower, and no command beyond the first
+// thirty does anything. "More..." lists all.
+constexpr std::size_t kMostItems = 1000;
+
 void AddCommand(QMenu& menu, const QString& caption, std::int64_t command) {
   menu.addAction(caption)->setData(static_cast<qlonglong>(command));
 }
@@ -53,6 +57,7 @@ void StringEditor::FillMenus() {
     QMenu& popup = *library_popups_[i];
     Empty(popup);
     for (const SubpatternMenuItem& item : library_menus_[i].Items()) {
+      if (static_cast<std::size_t>(popup.actions().size()) >= kMostItems) break;
       AddCommand(popup, PlainCaption(FromBytes(item.Name)), item.Command);
     }
     if (!popup.isEmpty()) popup.addSeparator();
@@ -62,6 +67,7 @@ void StringEditor::FillMenus() {
   Empty(*functions_popup_);
   std::int64_t command = kFirstItemCommand;
   for (const Function& function : functions_) {
+    if (static_cast<std::size_t>(functions_popup_->actions().size()) >= kMostItems) break;
     AddCommand(*functions_popup_, PlainCaption(FromBytes(function.Name)), command++);
   }
 }
@@ -98,9 +104,12 @@ void StringEditor::AddToPredefined() {
   const FileResult error = services_.Library.Append(
       draft_.Section(), draft_.AsEntry(dialog.Name(), dialog.ShowInMenu()));
   if (error) {
+    // With the reason: it may be a text that the file can't hold, and no fault of the file.
     const QString path = QFile::decodeName(QByteArray::fromStdString(error->Path));
     services_.Dialogs.Message(this, MessageIcon::Exclamation,
-                              tr("Error saving file %1").arg(QDir::toNativeSeparators(path)),
+                              tr("Error saving file %1").arg(QDir::toNativeSeparators(path)) +
+                                  QStringLiteral(": ") +
+                                  QString::fromLocal8Bit(QByteArray::fromStdString(error->Reason)),
                               MessageButtons::Ok);
   }
   FillMenus();

@@ -32,6 +32,19 @@ TEST_F(MergeTest, DialogHasItsControls) {
     EXPECT_EQ(Find<IconButton>(dialog, "okButton").text(), "OK");
     EXPECT_EQ(Find<IconButton>(dialog, "cancelButton").text(), "Cancel");
     EXPECT_EQ(Find<IconButton>(dialog, "helpButton").text(), "Help");
+    const QFontMetrics metrics = dialog.fontMetrics();
+    EXPECT_EQ(dialog.width(), 219 * metrics.averageCharWidth() / 4);
+    EXPECT_EQ(dialog.height(), 162 * metrics.height() / 8);
+    PressCancel(dialog);
+  });
+}
+
+TEST_F(MergeTest, TipShowsTheWholeOfANameThatIsCut) {
+  LoadTarget();
+  Merge(Source(), [](MergeDialog& dialog) {
+    const QModelIndex first = List(dialog, "availableList").model()->index(0, 0);
+    EXPECT_NE(first.data(Qt::ToolTipRole).toString(), "");
+    EXPECT_EQ(first.data(Qt::ToolTipRole), first.data(Qt::DisplayRole));
     PressCancel(dialog);
   });
 }

@@ -124,6 +124,26 @@ TEST_F(ObjectTabsTest, LineBreaksAndTabulatorsAreBlanks) {
   EXPECT_EQ(tabs_.Caption(1), QStringLiteral("\u00e9   x"));
 }
 
+TEST_F(ObjectTabsTest, ThousandsOfCaptionsComeAndGoAndTheSelectedOneStays) {
+  std::vector<QString> captions;
+  for (int i = 0; i < 3000; ++i) captions.push_back(QString::number(i));
+  tabs_.show();
+  tabs_.SetCaptions(captions);
+  ASSERT_EQ(tabs_.count(), 3000);
+  EXPECT_TRUE(tabs_.isVisible());
+  EXPECT_EQ(tabs_.currentIndex(), 0);
+  for (const int i : {0, 1, 1500, 2999}) {
+    EXPECT_EQ(tabs_.Caption(i), QString::number(i));
+    EXPECT_TRUE(tabs_.isTabVisible(i));
+  }
+  tabs_.setCurrentIndex(100);
+  captions.resize(200);
+  tabs_.SetCaptions(captions);
+  EXPECT_EQ(tabs_.count(), 200);
+  EXPECT_EQ(tabs_.currentIndex(), 100);
+  EXPECT_TRUE(tabs_.isVisible());
+}
+
 TEST(TabCaption, IsWholeUpTo23BytesAndElse20WithDots) {
   SetWindowCodePage(CodePage::Find("windows-1252").value());
   const std::string text = "abcdefghijklmnopqrstuvwxyz1234";

@@ -344,7 +344,7 @@ TEST_F(PredefinedDialogTest, AHundredThousandEntriesAreShownAtOnce) {
   Press(Qt::Key_Tab);
   Press(Qt::Key_End);
   EXPECT_EQ(List().currentIndex().row(), 99'999);
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(100));
 }
 
 }  // namespace

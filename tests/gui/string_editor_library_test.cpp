@@ -118,13 +118,24 @@ TEST_F(AddToPredefined, SaysWithThePathThatTheFileCannotBeWritten) {
   // A folder stands where the file should be.
   std::filesystem::create_directory(folder_.File("Subpatterns.dat"));
   Open(Of({Str("a")}));
-  dialogs_.ExpectMessage(MessageIcon::Exclamation,
-                         "Error saving file " + folder_.File("Subpatterns.dat"), MessageButtons::Ok,
-                         Answer::Ok);
+  dialogs_.ExpectMessage(
+      MessageIcon::Exclamation,
+      "Error saving file " + folder_.File("Subpatterns.dat") + ": Is a directory",
+      MessageButtons::Ok, Answer::Ok);
   Add(kStrings, "new", true);
   EXPECT_TRUE(dialogs_.IsDone());
   EXPECT_TRUE(editor_->isVisible());
   EXPECT_EQ(ItemsOf(kStrings), (Items{kAdd, kMore}));
+}
+
+TEST_F(AddToPredefined, SaysWhyTheFileCannotHoldAText) {
+  Open(Of({Str("a\r\nb")}));
+  dialogs_.ExpectMessage(MessageIcon::Exclamation,
+                         "Error saving file " + folder_.File("Subpatterns.dat") +
+                             ": a line of the file can't hold a line break or a zero byte",
+                         MessageButtons::Ok, Answer::Ok);
+  Add(kStrings, "new", true);
+  EXPECT_TRUE(dialogs_.IsDone());
 }
 
 // ---- More

@@ -138,11 +138,11 @@ TEST_F(LockedStringEditor, RefusesEveryOtherKind) {
   }
 }
 
-TEST_F(LockedStringEditor, RefusesAKindChosenByAnArrowKey) {
+TEST_F(LockedStringEditor, RefusesAKindChosenByAKey) {
   OpenLocked(Of({Str("65")}));
-  ExpectRefused("arrow", [&] {
-    Get("stringRadio").setFocus(Qt::TabFocusReason);
-    QTest::keyClick(&Get("stringRadio"), Qt::Key_Down);
+  ExpectRefused("key", [&] {
+    Get("codeRadio").setFocus(Qt::TabFocusReason);
+    QTest::keyClick(&Get("codeRadio"), Qt::Key_Space);
   });
 }
 

@@ -295,12 +295,25 @@ TEST_F(StringEditorTest, NegStaysCheckedForTheNextList) {
   EXPECT_EQ(EditedAt(1), NotList("c"));
 }
 
-TEST_F(StringEditorTest, ArrowKeysChangeTheKindWithTheRadioButton) {
-  Open(Of({Str("65")}));
+TEST_F(StringEditorTest, ArrowKeysGoFromKindToKindAndSpaceChooses) {
+  Open(Of({Str("hello")}));
   Get("stringRadio").setFocus(Qt::TabFocusReason);
-  QTest::keyClick(&Get("stringRadio"), Qt::Key_Down);
-  EXPECT_EQ(CheckedKinds(), (Names{"codeRadio"}));
-  EXPECT_EQ(EditedAt(0), Code("A"));
+  // Past the kind's menu, and past the code, which would have lost the text.
+  for (const char* next : {"stringsMenuButton", "codeRadio", "listRadio"}) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+    EXPECT_TRUE(Get(next).hasFocus()) << next;
+    EXPECT_EQ(CheckedKinds(), (Names{"stringRadio"}));
+  }
+  QTest::keyClick(&Get("listRadio"), Qt::Key_Space);
+  EXPECT_EQ(CheckedKinds(), (Names{"listRadio"}));
+  EXPECT_EQ(EditedAt(0), List("hello"));
+}
+
+TEST_F(StringEditorTest, KindThatIsCheckedStaysWhenItIsChosenAgain) {
+  Open(Of({Str("a")}));
+  Get("stringRadio").setFocus(Qt::TabFocusReason);
+  QTest::keyClick(&Get("stringRadio"), Qt::Key_Space);
+  EXPECT_EQ(CheckedKinds(), (Names{"stringRadio"}));
 }
 
 // ---- Modes

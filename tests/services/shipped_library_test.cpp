@@ -1,8 +1,8 @@
 // The library that comes with the program.
 #include <gtest/gtest.h>
 
-#include <regex>
 #include <set>
+#include <stdexcept>
 
 #include "app/services/initialisation_file.h"
 #include "app/services/subpattern_library.h"
@@ -46,9 +46,13 @@ TEST(ShippedLibrary, HasAsManyEntriesAsItSays) {
     }
     total += lists[i].size();
   }
-  const std::regex name_key("(^|\n)Name[0-9]+=");
-  EXPECT_EQ(std::distance(std::sregex_iterator(text.begin(), text.end(), name_key), {}),
-            static_cast<std::ptrdiff_t>(total));
+  // None is beyond the count of its section.
+  std::size_t names = 0;
+  for (std::size_t at = text.find("\nName"); at != std::string::npos;
+       at = text.find("\nName", at + 1)) {
+    ++names;
+  }
+  EXPECT_EQ(names, total);
 }
 
 TEST(ShippedLibrary, EveryEntryHasAllOfItsKeys) {

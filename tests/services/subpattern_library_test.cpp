@@ -191,7 +191,7 @@ TEST_F(Reading, AMillionNamelessKeysAndAHugeCountTakeNoTime) {
   bytes += "Name1999999999=last\n";
   const auto start = std::chrono::steady_clock::now();
   EXPECT_EQ(NamesOf(Read(bytes)), Names{"last"});
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(100));
 }
 
 using Appending = SubpatternLibraryTest;
