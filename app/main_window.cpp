@@ -153,11 +153,13 @@ void MainWindow::ConnectCommands() {
   on_click(ui_->editSetsButton, [this] { ShowEditor(kSetsEditor, true); });
   on_click(ui_->showPreviewButton, &MainWindow::ShowPreview);
   const auto on_key = [this](QKeySequence::StandardKey key, auto command) {
-    connect(new QShortcut(key, this), &QShortcut::activated, this, command);
+    auto* const shortcut = new QShortcut(key, this);
+    connect(shortcut, &QShortcut::activated, this, command);
+    return shortcut;
   };
   on_key(QKeySequence::New, &MainWindow::NewDocument);
   on_key(QKeySequence::Open, &MainWindow::OpenDocument);
-  on_key(QKeySequence::Save, &MainWindow::Save);
+  on_key(QKeySequence::Save, &MainWindow::Save)->setContext(Qt::ApplicationShortcut);
 }
 
 void MainWindow::ConnectFields() {
@@ -177,7 +179,7 @@ void MainWindow::ConnectFields() {
     OnFlagClicked(*ui_->showWhenLockedBox, document_.Filter.ShowInEditorWhenLocked);
   });
   connect(ui_->lockBox, &QCheckBox::clicked, this, &MainWindow::OnLockClicked);
-  connect(ui_->autoUpdateBox, &QCheckBox::toggled, this, [this](bool checked) {
+  connect(ui_->autoUpdateBox, &QCheckBox::clicked, this, [this](bool checked) {
     if (checked) preview_->Update();
   });
 }

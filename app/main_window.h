@@ -5,6 +5,7 @@
 #include <QPointer>
 #include <array>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -102,7 +103,7 @@ class MainWindow : public QDialog {
   void WriteReport(const std::vector<std::string>& findings);
   void ShowEditor(EditorIndex index, bool refresh);
   void ShowPreview();
-  static void ShowOnTop(QWidget& window);
+  void ShowOnTop(QWidget& window);
 
   std::unique_ptr<Ui::MainWindow> ui_;
   Dialogs& dialogs_;
@@ -113,6 +114,8 @@ class MainWindow : public QDialog {
   std::unique_ptr<HelpWindow> help_;
   std::array<std::unique_ptr<ObjectEditor>, kEditorCount> editors_;
   ByteLineEdit* type_edit_ = nullptr;
+  // Those that have a place of their own already.
+  std::set<const QWidget*> shown_windows_;
   QTimer* refusal_timer_ = nullptr;
   DigitsValidator* version_validator_ = nullptr;
   QMenu* save_menu_ = nullptr;

@@ -296,7 +296,7 @@ void MainWindow::ShowPreview() {
 }
 
 void MainWindow::ShowOnTop(QWidget& window) {
-  if (!window.isVisible() && window.testAttribute(Qt::WA_WState_Created)) {
+  if (!window.isVisible() && !shown_windows_.insert(&window).second) {
     // Else the toolkit would find a new place and size for a window that was closed.
     window.move(window.pos());
     window.resize(window.size());

@@ -11,6 +11,7 @@
 
 #include "ui/byte_text.h"
 #include "ui/plain_text.h"
+#include "ui/radio_buttons.h"
 #include "ui_functions_editor.h"
 
 namespace zarvo {
@@ -60,11 +61,14 @@ FunctionsEditor::FunctionsEditor(EditorHost host)
                  .Import = ui_->importButton,
                  .Help = ui_->helpButton,
                  .Object = ui_->functionPanel});
-  for (const QRadioButton* radio : {ui_->emptyRadio, ui_->argumentRadio}) {
-    connect(radio, &QRadioButton::toggled, this, [this](bool checked) {
-      if (checked) OnDefaultReturn();
-    });
-  }
+  const auto on_default = [this](const QAbstractButton& button, std::uint8_t value) {
+    OnChosen(
+        button,
+        [this, value] { return HasCurrent() && CurrentFunction().DefaultReturnsArgument == value; },
+        [this] { OnDefaultReturn(); });
+  };
+  on_default(*ui_->emptyRadio, Function::kReturnEmpty);
+  on_default(*ui_->argumentRadio, Function::kReturnArgument);
   connect(ui_->addPairButton, &QPushButton::clicked, this, &FunctionsEditor::OnAddPair);
   connect(ui_->deletePairButton, &QPushButton::clicked, this, &FunctionsEditor::OnDeletePair);
 }
@@ -81,18 +85,16 @@ void FunctionsEditor::LoadObject() {
   ui_->valueEdit->clear();
   ui_->pairList->clear();
   // Any other number that a file holds checks neither.
-  ui_->returnGroup->setExclusive(false);
-  ui_->emptyRadio->setChecked(false);
-  ui_->argumentRadio->setChecked(false);
+  QAbstractButton* checked = nullptr;
   if (HasCurrent()) {
     const Function& function = CurrentFunction();
     for (const FunctionEntry& entry : function.Entries) {
       ui_->pairList->addItem(PlainLine(FromBytes(PairLine(entry))));
     }
-    ui_->emptyRadio->setChecked(function.DefaultReturnsArgument == Function::kReturnEmpty);
-    ui_->argumentRadio->setChecked(function.DefaultReturnsArgument == Function::kReturnArgument);
+    if (function.DefaultReturnsArgument == Function::kReturnEmpty) checked = ui_->emptyRadio;
+    if (function.DefaultReturnsArgument == Function::kReturnArgument) checked = ui_->argumentRadio;
   }
-  ui_->returnGroup->setExclusive(true);
+  CheckOnly(*ui_->returnGroup, checked);
 }
 
 template <typename Edit>

@@ -137,12 +137,9 @@ void ObjectEditorWindow::Reload() {
 }
 
 void ObjectEditorWindow::Load() {
-  QString title = kind_.Caption;
-  if (kind_.CaptionHasFilterName && !host_.Filter.Name.empty()) {
-    title += QStringLiteral(" - ") + FromBytes(host_.Filter.Name);
-  }
-  setWindowTitle(PlainTitle(title));
+  ShowCaption();
   host_.ShowCounts();
+  const QWidget* const focused = focusWidget();
   const bool has_current = HasCurrent();
   controls_.Delete->setEnabled(list_->Count() >= 2);
   controls_.Export->setEnabled(has_current);
@@ -154,6 +151,23 @@ void ObjectEditorWindow::Load() {
     controls_.Name->SetBytes(name);
   }
   LoadObject();
+  // The toolkit sends the focus of a button that is now disabled to the next one, which the next
+  // press of the space bar would set off.
+  if (focused != nullptr && !focused->isEnabled()) controls_.Tabs->setFocus();
+}
+
+void ObjectEditorWindow::ShowCaption() {
+  QString caption = kind_.Caption;
+  if (kind_.CaptionHasFilterName && !host_.Filter.Name.empty()) {
+    caption += QStringLiteral(" - ") + FromBytes(host_.Filter.Name);
+  }
+  setWindowTitle(PlainTitle(caption));
+}
+
+void ObjectEditorWindow::changeEvent(QEvent* event) {
+  // The filter may have got another name in the main window.
+  if (event->type() == QEvent::ActivationChange && isActiveWindow()) ShowCaption();
+  QDialog::changeEvent(event);
 }
 
 void ObjectEditorWindow::UpdatePreview() {

@@ -115,9 +115,11 @@ class ObjectEditorWindow : public QDialog, public ObjectEditor {
   [[nodiscard]] bool RefuseAndReload();
 
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
   void Load();
+  void ShowCaption();
   void UpdatePreview();
   void ReloadWhileShown();
   void StoreName();

@@ -1,6 +1,8 @@
 #include "ui/object_tabs.h"
 
 #include <QMouseEvent>
+#include <QStyle>
+#include <QStyleOptionTab>
 #include <algorithm>
 #include <utility>
 
@@ -21,6 +23,7 @@ ObjectTabs::ObjectTabs(QWidget* parent) : QTabBar(parent), sizes_(kKeptSizes) {
   // However many tabs there are, they ask for no width: they scroll.
   setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
   connect(this, &QTabBar::currentChanged, this, &ObjectTabs::Chosen);
+  KeepHeight();
 }
 
 void ObjectTabs::SetCaptions(const std::vector<QString>& captions) {
@@ -69,6 +72,14 @@ QString ObjectTabs::Caption(int position) const {
   return tabText(position).replace(QStringLiteral("&&"), QStringLiteral("&"));
 }
 
+void ObjectTabs::KeepHeight() {
+  QStyleOptionTab option;
+  initStyleOption(&option, -1);
+  const QSize text(
+      0, fontMetrics().height() + style()->pixelMetric(QStyle::PM_TabBarTabVSpace, &option, this));
+  setMinimumHeight(style()->sizeFromContents(QStyle::CT_TabBarTab, &option, text, this).height());
+}
+
 QSize ObjectTabs::tabSizeHint(int index) const {
   const QString caption = tabText(index);
   if (const QSize* known = sizes_.object(caption)) return *known;
@@ -94,8 +105,11 @@ bool ObjectTabs::IsOnSelected(const QMouseEvent& event) const {
 }
 
 void ObjectTabs::changeEvent(QEvent* event) {
-  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) sizes_.clear();
+  const bool sizes_change =
+      event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange;
+  if (sizes_change) sizes_.clear();
   QTabBar::changeEvent(event);
+  if (sizes_change) KeepHeight();
 }
 
 QString TabCaption(std::string_view name) {

@@ -34,6 +34,8 @@ class ObjectTabs : public QTabBar {
   void changeEvent(QEvent* event) override;
 
  private:
+  // A strip without tabs is as high as one with them.
+  void KeepHeight();
   void NameForReaders(int position, const QString& text);
   [[nodiscard]] bool IsOnSelected(const QMouseEvent& event) const;
 

@@ -70,6 +70,7 @@ PreviewWindow::PreviewWindow(Filter& filter, Dialogs& dialogs, QWidget* parent)
   for (IconButton* button : {ui_->loadTextButton, ui_->updateButton}) {
     button->setAutoDefault(false);
   }
+  ui_->originalEdit->setFocus();
   connect(ui_->updateButton, &QPushButton::clicked, this, &PreviewWindow::OnUpdateButton);
   connect(ui_->loadTextButton, &QPushButton::clicked, this, &PreviewWindow::OnLoadText);
 }

@@ -9,6 +9,7 @@
 
 #include "app/services/leading_integer.h"
 #include "ui/byte_text.h"
+#include "ui/radio_buttons.h"
 #include "ui/stray_wheel.h"
 #include "ui_rules_editor.h"
 
@@ -38,13 +39,6 @@ std::int32_t ShownNumber(const QLineEdit& edit) {
 }
 
 void ShowNumber(QLineEdit& edit, std::int32_t number) { edit.setText(QString::number(number)); }
-
-// Checks one button of an exclusive group, or none.
-void CheckOnly(QButtonGroup& group, QAbstractButton* button) {
-  group.setExclusive(false);
-  for (QAbstractButton* each : group.buttons()) each->setChecked(each == button);
-  group.setExclusive(true);
-}
 
 }  // namespace
 
@@ -83,26 +77,32 @@ void RulesEditor::ConnectControls() {
   connect(ui_->editReplacementButton, &QPushButton::clicked, this,
           [this] { EditPattern(StringEditor::Mode::Replacement, &Rule::Replacement); });
 
-  const auto on_checked = [this](QAbstractButton* button, auto action) {
-    connect(button, &QAbstractButton::toggled, this, [action](bool checked) {
-      if (checked) action();
-    });
-  };
   const auto set_source = [this](ReplacementSource source) {
     Change([source](Rule& rule) { rule.ReplacementSource = source; });
   };
-  on_checked(ui_->stringRadio, [=] { set_source(ReplacementSource::String); });
-  on_checked(ui_->fromSetRadio, [=, this] {
-    set_source(ui_->randomRadio->isChecked() ? ReplacementSource::SetAtRandom
-                                             : ReplacementSource::SetInSequence);
-  });
-  on_checked(ui_->sequenceRadio, [=] { set_source(ReplacementSource::SetInSequence); });
-  on_checked(ui_->randomRadio, [=] { set_source(ReplacementSource::SetAtRandom); });
-  on_checked(ui_->insertRadio, [this] { OnInsert(); });
-  on_checked(ui_->replaceRadio, [this] { OnReplace(); });
-  connect(ui_->onceBox, &QCheckBox::toggled, this,
+  const auto on_source = [=, this](const QAbstractButton& button, ReplacementSource source) {
+    OnChosen(
+        button, [=, this] { return HasCurrent() && CurrentRule().ReplacementSource == source; },
+        [=] { set_source(source); });
+  };
+  on_source(*ui_->stringRadio, ReplacementSource::String);
+  on_source(*ui_->sequenceRadio, ReplacementSource::SetInSequence);
+  on_source(*ui_->randomRadio, ReplacementSource::SetAtRandom);
+  OnChosen(
+      *ui_->fromSetRadio, [this] { return HasCurrent() && CurrentRule().DrawsFromSet(); },
+      [=, this] {
+        set_source(ui_->randomRadio->isChecked() ? ReplacementSource::SetAtRandom
+                                                 : ReplacementSource::SetInSequence);
+      });
+  OnChosen(
+      *ui_->insertRadio, [this] { return HasCurrent() && CurrentRule().Inserts(); },
+      [this] { OnInsert(); });
+  OnChosen(
+      *ui_->replaceRadio, [this] { return HasCurrent() && !CurrentRule().Inserts(); },
+      [this] { OnReplace(); });
+  connect(ui_->onceBox, &QCheckBox::clicked, this,
           [this](bool checked) { Change([checked](Rule& rule) { rule.Once = checked ? 1 : 0; }); });
-  connect(ui_->strictBox, &QCheckBox::toggled, this, [this](bool checked) {
+  connect(ui_->strictBox, &QCheckBox::clicked, this, [this](bool checked) {
     Change([checked](Rule& rule) { rule.Strict = checked ? 1 : 0; });
   });
   connect(ui_->setBox, &QComboBox::activated, this, [this](int index) {

@@ -64,6 +64,9 @@ void SetsEditor::LoadObject() {
         ui_->stringList->addItem(PlainLine(FromBytes(DisplayForm(string))));
       }
     }
+    // Before the commands are enabled, so that the one that was pressed keeps the focus.
+    if (string_to_select_) ui_->stringList->setCurrentRow(static_cast<int>(*string_to_select_));
+    string_to_select_.reset();
   }
   EnableStringCommands();
 }
@@ -132,8 +135,8 @@ void SetsEditor::MoveString(std::ptrdiff_t step) {
   if (!selected) return;
   const std::size_t target = *selected + static_cast<std::size_t>(step);
   if (target >= CurrentSet().Strings.size() || RefuseAndReload()) return;
+  string_to_select_ = target;
   Change([&](Set& set) { std::swap(set.Strings[*selected], set.Strings[target]); });
-  ui_->stringList->setCurrentRow(static_cast<int>(target));
 }
 
 }  // namespace zarvo

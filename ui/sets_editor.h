@@ -41,6 +41,8 @@ class SetsEditor : public ObjectEditorWindow {
   void MoveString(std::ptrdiff_t step);
 
   std::unique_ptr<Ui::SetsEditor> ui_;
+  // What the next reload selects: else no string is selected behind it.
+  std::optional<std::size_t> string_to_select_;
 };
 
 }  // namespace zarvo

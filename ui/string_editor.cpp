@@ -166,6 +166,7 @@ void StringEditor::OnNew() {
   if (!MayChange() && !draft_.IsEmpty()) return;
   draft_.Append();
   Load();
+  ui_->textEdit->setFocus();
 }
 
 void StringEditor::OnFind() {
@@ -190,6 +191,7 @@ void StringEditor::Load() {
     blockers.emplace_back(control);
   }
   LoadTabs();
+  const QWidget* const focused = focusWidget();
   ui_->deleteButton->setEnabled(draft_.CanDelete());
   ui_->moveLeftButton->setEnabled(draft_.CanMoveLeft());
   ui_->moveRightButton->setEnabled(draft_.CanMoveRight());
@@ -199,6 +201,8 @@ void StringEditor::Load() {
   ui_->mostSignificantBox->setChecked(draft_.IsMostSignificant());
   ui_->outputEdit->SetBytes(DisplayForm(draft_.Edited()));
   ui_->outputEdit->setCursorPosition(0);
+  // Not to the next control, where the next key would change something else.
+  if (focused != nullptr && !focused->isEnabled()) ui_->subsTabs->setFocus();
 }
 
 void StringEditor::LoadTabs() {

@@ -605,5 +605,42 @@ TEST_F(RulesABC, NewRulesAreNumberedByTheirCountEvenTwice) {
   EXPECT_EQ(Names(), (Strings{"B", "C", "Rule 4", "Rule 4"}));
 }
 
+TEST_F(RulesEditorTest, TabGoesToTheCheckedButtonOfEachPair) {
+  Rule other = Insert(Of({Str("a")}), 1, Of({Str("b")}));
+  other.ReplacementSource = static_cast<ReplacementSource>(7);
+  Show(FilterOf({Called("a", Insert(Of({Str("a")}), 1, Of({Str("b")}))),
+                 Called("b", FromSet(Of({Str("a")}), ReplacementSource::SetInSequence, "s")),
+                 Called("c", other), Called("d", Replace(Of({Str("a")}), Of({Str("b")})))},
+                {SetOf("s", {})}));
+  for (const int rule : {0, 1, 2, 3, 0}) {
+    ClickTab(rule);
+    for (const auto& [first, second] :
+         {std::pair("stringRadio", "fromSetRadio"), std::pair("replaceRadio", "insertRadio")}) {
+      const bool none = !IsChecked(first) && !IsChecked(second);
+      EXPECT_EQ(none, rule == 2 && std::string(first) == "stringRadio");
+      for (const char* name : {first, second}) {
+        EXPECT_EQ((In(name).focusPolicy() & Qt::TabFocus) != 0, none || IsChecked(name))
+            << name << " in rule " << rule;
+      }
+    }
+  }
+}
+
+TEST_F(RulesEditorTest, CtrlSSavesFromTheEditorToo) {
+  Show(OneRule(Replace(Of({Str("a")}), Of({Str("b")}))));
+  TypeName("saved from here");
+  QTest::keyClick(&Name(), Qt::Key_S, Qt::ControlModifier);
+  EXPECT_TRUE(Doc().Saved);
+  EXPECT_EQ(ReadFilter("loaded.zvf").Rules[0].Name, "saved from here");
+}
+
+TEST_F(RulesEditorTest, CaptionFollowsTheFiltersNameWhenTheWindowIsUsedAgain) {
+  Show(OneRule(Replace(Of({Str("a")}), Of({Str("b")}))));
+  Type("nameEdit", "new name");
+  LeaveField();
+  testing::Activate(Editor());
+  EXPECT_EQ(Editor().windowTitle(), "Rules - new name");
+}
+
 }  // namespace
 }  // namespace zarvo

@@ -285,5 +285,29 @@ TEST_F(SetsEditorTest, TenThousandStringsCanBeWorkedWith) {
   EXPECT_EQ(Lines(), texts);
 }
 
+TEST_F(SetsEditorTest, MoveLeavesTheFocusOnItsButtonForTheNextOne) {
+  Show(WithStrings({"a", "b", "c", "d"}));
+  ClickLine(3);
+  FocusOn("moveUpButton");
+  for (const Texts& strings : {Texts{"a", "b", "d", "c"}, Texts{"a", "d", "b", "c"}}) {
+    QTest::keyClick(Editor().focusWidget(), Qt::Key_Space);
+    EXPECT_EQ(StringsOf(0), strings);
+    EXPECT_EQ(Editor().focusWidget()->objectName(), "moveUpButton");
+  }
+  QTest::keyClick(Editor().focusWidget(), Qt::Key_Space);
+  EXPECT_EQ(StringsOf(0), (Texts{"d", "a", "b", "c"}));
+  EXPECT_EQ(Editor().focusWidget()->objectName(), "setTabs") << "the button is disabled now";
+}
+
+TEST_F(SetsEditorTest, DeleteSendsTheFocusWhereTheNextKeyChangesNothing) {
+  Show(WithStrings({"a", "b"}));
+  ClickLine(0);
+  FocusOn("deleteStringButton");
+  QTest::keyClick(Editor().focusWidget(), Qt::Key_Space);
+  QTest::keyClick(Editor().focusWidget(), Qt::Key_Space);
+  EXPECT_EQ(StringsOf(0), (Texts{"b"}));
+  EXPECT_EQ(TheFilter().Sets.Count(), 1U);
+}
+
 }  // namespace
 }  // namespace zarvo

@@ -407,5 +407,16 @@ TEST_F(StringEditorTest, FitsASmallScreenAlsoWithAThousandSubpatterns) {
   EXPECT_EQ(Captions().back(), "subpattern...");
 }
 
+TEST_F(StringEditorTest, NewTakesTheKeysAndADisabledMoveGivesThemToTheTabs) {
+  Open(Of({Str("a")}));
+  ClickOn("newButton");
+  EXPECT_TRUE(Get("textEdit").hasFocus());
+  ClickTab(0);
+  Get("moveRightButton").setFocus(Qt::TabFocusReason);
+  QTest::keyClick(&Get("moveRightButton"), Qt::Key_Space);
+  EXPECT_FALSE(Get("moveRightButton").isEnabled());
+  EXPECT_TRUE(Get("subsTabs").hasFocus());
+}
+
 }  // namespace
 }  // namespace zarvo
