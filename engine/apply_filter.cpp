@@ -1,6 +1,9 @@
 #include "engine/apply_filter.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <optional>
+#include <utility>
 
 #include "engine/matcher.h"
 #include "engine/replacement.h"
@@ -40,43 +43,101 @@ class PositionBar {
   std::int64_t divisor_ = 1;
 };
 
-// Applies the Rule to the match; false ends the pass.
-bool HandleMatch(const RunContext& context, const Rule& rule, const PreparedPattern& pattern,
-                 TextBuffer& text, std::int64_t position, const SetList& sets,
-                 const FunctionList& functions) {
-  constexpr int kDrawMost = 99;
-  const int draw = context.Random.NextUpTo(kDrawMost);
-  if (rule.Probability <= draw) return true;
-  return ReplaceMatch(context, rule, pattern.Length(), text, static_cast<std::size_t>(position),
-                      sets, functions) == ReplaceResult::Replaced;
+// The draw against a Rule's probability, which every match has, even one that is sure to be
+// replaced.
+class Draw {
+ public:
+  explicit Draw(const Rule& rule) {
+    // Draws grow with the generator's value, so there is a first value that is too much.
+    constexpr int kDrawMost = 99;
+    int values = RandomGenerator::kMost + 1;
+    for (int first = 0; first < values;) {
+      const int middle = (first + values) / 2;
+      if (rule.Probability <= RandomGenerator::ScaleTo(kDrawMost, middle)) {
+        values = middle;
+      } else {
+        first = middle + 1;
+      }
+    }
+    winning_values_ = values;
+  }
+
+  [[nodiscard]] bool Replaces(RandomGenerator& random) const {
+    return random.Next() < winning_values_;
+  }
+  [[nodiscard]] bool AlwaysReplaces() const { return winning_values_ > RandomGenerator::kMost; }
+
+ private:
+  int winning_values_;
+};
+
+// A pass in which each match is one byte that becomes one byte, where nothing is asked or told at a
+// match: the whole text goes through a table. False when the Rule isn't one of that kind, or finds
+// so little that searching is quicker; nothing has been done then.
+bool MapBytes(const RunContext& context, const Rule& rule, const PreparedPattern& pattern,
+              Replacer& replacer, TextBuffer& text) {
+  EngineState& state = context.State;
+  if (rule.Strict != 0 || rule.Stop != 0 || pattern.Length() != 1 ||
+      pattern.Matchers().size() != 1 || state.Remaining < 0) {
+    return false;
+  }
+  const std::string matched = pattern.Matchers().front().MatchedBytes();
+  constexpr std::size_t kDenselyOneIn = 20;
+  if (!text.Frequencies().IsFrequent(matched, kDenselyOneIn)) return false;
+  const std::optional<std::string> map = replacer.ByteMap(matched);
+  if (!map) return false;
+  const std::size_t size = text.Size();
+  std::size_t start = 0;
+  if (state.Remaining != 0) {
+    start = size - std::min(static_cast<std::size_t>(state.Remaining), size);
+  }
+  const std::size_t count = text.MapBytes(start, *map, matched);
+  context.Random.Skip(count);
+  state.Replacements += static_cast<std::int64_t>(count);
+  state.Remaining = 0;
+  return true;
 }
 
 }  // namespace
 
 RunResult ApplyRule(const RunContext& context, Rule rule, TextBuffer& text, const SetList& sets,
                     const FunctionList& functions, ProgressBar* position_bar) {
-  const PreparedPattern pattern(rule.Pattern);
+  const PreparedPattern pattern(rule.Pattern, text.Frequencies());
   EngineState& state = context.State;
   state.Replacements = 0;
   PositionBar bar(position_bar);
   if (bar.IsGiven() && rule.Stop != 0) return bar.Stop();
   bar.Begin(text.Size());
 
-  std::int64_t position = pattern.FindNextMatch(text, true, state);
+  const bool takes_turns = context.Host.TakesTurns();
+  const Draw draw(rule);
+  Replacer replacer(context, rule, pattern.Length(), sets, functions);
+  if (!takes_turns && !bar.IsGiven() && draw.AlwaysReplaces() &&
+      MapBytes(context, rule, pattern, replacer, text)) {
+    return RunResult::Completed;
+  }
+  MatchFinder finder(pattern, text);
+  std::int64_t position = finder.Next(true, state);
   while (position != PreparedPattern::kNoMatch) {
     while (position != PreparedPattern::kNoMatch) {
-      if (!context.Host.Pump()) rule.Stop = 1;
-      for (long count = 0; context.Host.Idle(count); ++count) {
+      if (takes_turns) {
+        const Attention attention = context.Host.Attend();
+        if (!attention.GoesOn) rule.Stop = 1;
+        if (attention.MayHaveChanged) replacer.Forget();
       }
       if (rule.Stop != 0) return bar.Stop();
       bar.Follow(position);
-      if (!HandleMatch(context, rule, pattern, text, position, sets, functions)) break;
-      position = pattern.FindNextMatch(text, false, state);
+      if (draw.Replaces(context.Random)) {
+        if (replacer.Replace(text, static_cast<std::size_t>(position)) == ReplaceResult::StopPass) {
+          break;
+        }
+        if (!replacer.StaysInMatch()) finder.Forget();
+      }
+      position = finder.Next(false, state);
     }
     // A pass that ran to its end left nothing remaining, so the next one begins at the start; one
     // that Once ended goes on from there.
-    position =
-        rule.Strict != 0 ? pattern.FindNextMatch(text, true, state) : PreparedPattern::kNoMatch;
+    position = rule.Strict != 0 ? finder.Next(true, state) : PreparedPattern::kNoMatch;
   }
   if (rule.Stop != 0) return bar.Stop();
   bar.End();
@@ -86,7 +147,9 @@ RunResult ApplyRule(const RunContext& context, Rule rule, TextBuffer& text, cons
 RunResult ApplyFilter(const RunContext& context, Filter& filter, std::string& text,
                       ProgressBar* rule_bar, ProgressBar* position_bar) {
   filter.Applying = 1;
-  TextBuffer working_text(text);
+  // Where nothing can stop the run, the text needn't be kept.
+  TextBuffer working_text =
+      context.Host.TakesTurns() ? TextBuffer::Borrowing(text) : TextBuffer::Owning(std::move(text));
   filter.Cancel = 0;
   if (rule_bar != nullptr) {
     rule_bar->SetRange(0, static_cast<std::int64_t>(filter.Rules.Count()));
@@ -110,7 +173,7 @@ RunResult ApplyFilter(const RunContext& context, Filter& filter, std::string& te
     if (rule_bar != nullptr) rule_bar->Step();
   }
   if (rule_bar != nullptr) rule_bar->SetPosition(0);
-  text = working_text.Take();
+  if (working_text.IsChanged()) text = working_text.Take();
   filter.Applying = 0;
   return RunResult::Completed;
 }
