@@ -1,10 +1,9 @@
 #include "engine/apply_filter.h"
 
-#include <algorithm>
 #include <cstdint>
-#include <optional>
 #include <utility>
 
+#include "engine/bulk_pass.h"
 #include "engine/matcher.h"
 #include "engine/replacement.h"
 
@@ -43,61 +42,6 @@ class PositionBar {
   std::int64_t divisor_ = 1;
 };
 
-// The draw against a Rule's probability, which every match has, even one that is sure to be
-// replaced.
-class Draw {
- public:
-  explicit Draw(const Rule& rule) {
-    // Draws grow with the generator's value, so there is a first value that is too much.
-    constexpr int kDrawMost = 99;
-    int values = RandomGenerator::kMost + 1;
-    for (int first = 0; first < values;) {
-      const int middle = (first + values) / 2;
-      if (rule.Probability <= RandomGenerator::ScaleTo(kDrawMost, middle)) {
-        values = middle;
-      } else {
-        first = middle + 1;
-      }
-    }
-    winning_values_ = values;
-  }
-
-  [[nodiscard]] bool Replaces(RandomGenerator& random) const {
-    return random.Next() < winning_values_;
-  }
-  [[nodiscard]] bool AlwaysReplaces() const { return winning_values_ > RandomGenerator::kMost; }
-
- private:
-  int winning_values_;
-};
-
-// A pass in which each match is one byte that becomes one byte, where nothing is asked or told at a
-// match: the whole text goes through a table. False when the Rule isn't one of that kind, or finds
-// so little that searching is quicker; nothing has been done then.
-bool MapBytes(const RunContext& context, const Rule& rule, const PreparedPattern& pattern,
-              Replacer& replacer, TextBuffer& text) {
-  EngineState& state = context.State;
-  if (rule.Strict != 0 || rule.Stop != 0 || pattern.Length() != 1 ||
-      pattern.Matchers().size() != 1 || state.Remaining < 0) {
-    return false;
-  }
-  const std::string matched = pattern.Matchers().front().MatchedBytes();
-  constexpr std::size_t kDenselyOneIn = 20;
-  if (!text.Frequencies().IsFrequent(matched, kDenselyOneIn)) return false;
-  const std::optional<std::string> map = replacer.ByteMap(matched);
-  if (!map) return false;
-  const std::size_t size = text.Size();
-  std::size_t start = 0;
-  if (state.Remaining != 0) {
-    start = size - std::min(static_cast<std::size_t>(state.Remaining), size);
-  }
-  const std::size_t count = text.MapBytes(start, *map, matched);
-  context.Random.Skip(count);
-  state.Replacements += static_cast<std::int64_t>(count);
-  state.Remaining = 0;
-  return true;
-}
-
 }  // namespace
 
 RunResult ApplyRule(const RunContext& context, Rule rule, TextBuffer& text, const SetList& sets,
@@ -112,12 +56,22 @@ RunResult ApplyRule(const RunContext& context, Rule rule, TextBuffer& text, cons
   const bool takes_turns = context.Host.TakesTurns();
   const Draw draw(rule);
   Replacer replacer(context, rule, pattern.Length(), sets, functions);
-  if (!takes_turns && !bar.IsGiven() && draw.AlwaysReplaces() &&
-      MapBytes(context, rule, pattern, replacer, text)) {
-    return RunResult::Completed;
-  }
   MatchFinder finder(pattern, text);
-  std::int64_t position = finder.Next(true, state);
+  bool from_start = true;
+  if (!takes_turns && !bar.IsGiven() && rule.Stop == 0 && state.Remaining >= 0) {
+    if (MapMatchedBytes(context, rule, draw, pattern, replacer, text)) {
+      return RunResult::Completed;
+    }
+    if (CanPassInBulk(rule, replacer)) {
+      BulkResult result = BulkResult::Done;
+      do {
+        result = BulkPass(context, draw, pattern, replacer, rule, text);
+      } while (rule.Strict != 0 && result == BulkResult::Done);
+      if (result != BulkResult::Left) return RunResult::Completed;
+      from_start = false;
+    }
+  }
+  std::int64_t position = finder.Next(from_start, state);
   while (position != PreparedPattern::kNoMatch) {
     while (position != PreparedPattern::kNoMatch) {
       if (takes_turns) {

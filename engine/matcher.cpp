@@ -212,8 +212,7 @@ std::int64_t MatchFinder::SearchTail(Progress progress) {
     const std::size_t anchor = size - static_cast<std::size_t>(end - at);
     if (anchor >= base + offset) {
       const std::size_t start = anchor - offset;
-      const bool is_whole = pattern_.matchers_.size() == 1 && pattern_.rejected_anchor_moves_start_;
-      if (is_whole || pattern_.MatchAt(tail, start - text_.GapPosition())) {
+      if (pattern_.IsAnchorWhole() || pattern_.MatchAt(tail, start - text_.GapPosition())) {
         // The match may be written over, so nothing in it is known any longer.
         const std::size_t rest = pattern_.length_ - offset;
         searched_from_ = rest < static_cast<std::size_t>(end - at) ? at + rest : end;

@@ -77,6 +77,15 @@ class PreparedPattern {
   [[nodiscard]] std::size_t AnchorOffset() const { return anchor_offset_; }
 
   [[nodiscard]] const std::vector<SubpatternMatcher>& Matchers() const { return matchers_; }
+  [[nodiscard]] const ByteSearch& AnchorSearch() const { return anchor_search_; }
+  /// True when the anchor is all there is to match, so that what its search finds is a match.
+  [[nodiscard]] bool IsAnchorWhole() const {
+    return matchers_.size() == 1 && rejected_anchor_moves_start_;
+  }
+  [[nodiscard]] bool RejectedAnchorMovesStart() const { return rejected_anchor_moves_start_; }
+
+  /// False when the text lacks something that every match holds.
+  [[nodiscard]] bool MayMatch(const TextBuffer& text) const;
 
   /// True when every Subpattern matches, the first at start and each where the one before ends.
   [[nodiscard]] bool MatchAt(std::string_view text, std::size_t start) const;
@@ -89,9 +98,6 @@ class PreparedPattern {
 
  private:
   friend class MatchFinder;
-
-  // False when the text lacks something that every match holds.
-  [[nodiscard]] bool MayMatch(const TextBuffer& text) const;
 
   std::vector<SubpatternMatcher> matchers_;
   std::size_t length_ = 0;

@@ -156,8 +156,7 @@ std::optional<PreparedString> PreparedString::Prepare(const Pattern& string,
   return prepared;
 }
 
-std::string_view PreparedString::Compose(std::string_view match) {
-  if (calls_.empty()) return fixed_;
+std::string_view PreparedString::ComposeCalls(std::string_view match) {
   if (calls_.size() == 1 && fixed_.empty()) {
     const std::string_view argument = ArgumentOf(match, calls_[0].First, calls_[0].Length);
     const std::string_view value = tables_[calls_[0].Table].Value(argument);
@@ -208,6 +207,14 @@ void Replacer::Drop() {
   is_prepared_ = false;
   set_ = nullptr;
   strings_.clear();
+}
+
+bool Replacer::IsAllPrepared() const {
+  const bool has_source =
+      rule_.ReplacementSource == ReplacementSource::String || rule_.DrawsFromSet();
+  return has_source && is_prepared_ &&
+         std::all_of(strings_.begin(), strings_.end(),
+                     [](const auto& string) { return string.has_value(); });
 }
 
 void Replacer::PutIn(TextBuffer& text, std::size_t position, const Pattern& string,

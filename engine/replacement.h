@@ -57,6 +57,8 @@ class PreparedString {
     std::size_t Table;
   };
 
+  [[nodiscard]] std::string_view ComposeCalls(std::string_view match);
+
   std::string fixed_;
   std::vector<Call> calls_;
   std::vector<FunctionTable> tables_;
@@ -87,6 +89,13 @@ class Replacer {
   /// True when a replacement changes nothing behind the end of its match.
   [[nodiscard]] bool StaysInMatch() const { return stays_in_match_; }
 
+  /// True when no replacement can show a message or needs anything looked up.
+  [[nodiscard]] bool IsAllPrepared() const;
+
+  /// Where all is prepared and the Rule isn't Once: the next replacement, counted as made. Valid
+  /// until the next one.
+  [[nodiscard]] std::string_view NextReplacement(std::string_view match, RandomGenerator& random);
+
   /// Replaces the match at position.
   ReplaceResult Replace(TextBuffer& text, std::size_t position);
 
@@ -114,5 +123,30 @@ class Replacer {
   // The Rule's own string, or those of the Set.
   std::vector<std::optional<PreparedString>> strings_;
 };
+
+inline std::string_view PreparedString::Compose(std::string_view match) {
+  return calls_.empty() ? std::string_view(fixed_) : ComposeCalls(match);
+}
+
+inline std::string_view Replacer::NextReplacement(std::string_view match, RandomGenerator& random) {
+  std::int64_t& made = context_.State.Replacements;
+  switch (rule_.ReplacementSource) {
+    case ReplacementSource::String:
+      ++made;
+      return strings_[0]->Compose(match);
+    case ReplacementSource::SetInSequence: {
+      const auto index = static_cast<std::size_t>(made);
+      ++made;
+      if (static_cast<std::size_t>(made) >= strings_.size()) made = 0;
+      return strings_.empty() ? std::string_view() : strings_[index]->Compose(match);
+    }
+    case ReplacementSource::SetAtRandom: {
+      if (strings_.empty()) return {};
+      const int most = static_cast<int>(strings_.size()) - 1;
+      return strings_[static_cast<std::size_t>(random.NextUpTo(most))]->Compose(match);
+    }
+  }
+  return {};
+}
 
 }  // namespace zarvo

@@ -47,7 +47,7 @@ class RunHost {
   virtual ~RunHost() = default;
   /// The host's turn at each match: pumps, then idles until there is nothing more to do. A host
   /// that knows when it has done nothing says so here; what the run has prepared of Sets and
-  /// Functions then stays in use.
+  /// Functions then stays in use. Changes made in ShowMessage the run looks for by itself.
   virtual Attention Attend() {
     const bool goes_on = Pump();
     for (long count = 0; Idle(count); ++count) {

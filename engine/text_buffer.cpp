@@ -146,6 +146,46 @@ void TextBuffer::RepeatingSplice(std::size_t cut, std::string_view inserted, std
   AppendToHead(inserted);
 }
 
+TextBuffer::Rewriting::Rewriting(TextBuffer& buffer) : buffer_(&buffer) {
+  buffer.Rewind();
+  if (buffer.is_borrowed_) buffer.Own();
+  if (buffer.shares_storage_ && buffer.front_.capacity() < kSpare) {
+    // Pointers are to stay valid when storages swap: what lies in the string itself would move.
+    const std::size_t start = buffer.head_limit_;
+    buffer.front_.reserve(kSpare);
+    buffer.StandInFront(start, buffer.tail_size_);
+  }
+  Load();
+}
+
+void TextBuffer::Rewriting::Load() {
+  to_ = buffer_->front_.data() + buffer_->head_size_;
+  from_ = buffer_->tail_;
+  limit_ = buffer_->front_.data() + buffer_->head_limit_;
+  end_ = from_ + buffer_->tail_size_;
+  shares_ = buffer_->shares_storage_;
+  notes_presence_ = buffer_->presence_ != nullptr;
+}
+
+void TextBuffer::Rewriting::Finish() {
+  buffer_->head_size_ = static_cast<std::size_t>(to_ - buffer_->front_.data());
+  buffer_->tail_ = from_;
+  buffer_->tail_size_ = static_cast<std::size_t>(end_ - from_);
+  if (shares_) buffer_->head_limit_ = static_cast<std::size_t>(from_ - buffer_->front_.data());
+  ++buffer_->tail_version_;
+}
+
+TextBuffer::Rewriting TextBuffer::Rewriting::PutSlowly(Rewriting rewriting, const char* cut,
+                                                       std::string_view inserted,
+                                                       const char* resume) {
+  rewriting.Finish();
+  TextBuffer& buffer = *rewriting.buffer_;
+  const std::size_t place = buffer.head_size_ + static_cast<std::size_t>(cut - rewriting.from_);
+  buffer.Splice(place, inserted, place + static_cast<std::size_t>(resume - cut));
+  rewriting.Load();
+  return rewriting;
+}
+
 std::size_t TextBuffer::MapBytes(std::size_t start, std::string_view map, std::string_view marked) {
   Rewind();
   if (is_borrowed_) Own();

@@ -76,6 +76,9 @@ class TextBuffer {
   /// Those of the text as it was at the first question; of prose, where the text is short.
   [[nodiscard]] const ByteFrequencies& Frequencies();
 
+  /// A pass from left to right over the whole text, which the buffer must own. See below.
+  class Rewriting;
+
   /// The whole text; the buffer is empty afterwards.
   [[nodiscard]] std::string Take();
 
@@ -133,6 +136,49 @@ class TextBuffer {
   std::unique_ptr<ByteFrequencies> frequencies_;
   std::unique_ptr<PresenceMap> presence_;
   std::size_t fruitless_bytes_ = 0;
+};
+
+/// Splices of one pass, each behind the last one. Between its making and Finish the buffer itself
+/// must not be used. Pointers into the text as it was at the start stay valid as far as they are at
+/// or behind the end of the last splice.
+class TextBuffer::Rewriting {
+ public:
+  explicit Rewriting(TextBuffer& buffer);
+
+  [[nodiscard]] const char* Begin() const { return buffer_->tail_; }
+  [[nodiscard]] const char* End() const { return end_; }
+
+  /// What lies between cut and resume becomes inserted. Neither must be before the last resume.
+  void Put(const char* cut, std::string_view inserted, const char* resume) {
+    if (!notes_presence_ && static_cast<std::size_t>(cut - from_) <= kSpare &&
+        end_ - cut >= static_cast<std::ptrdiff_t>(kSpare) &&
+        (shares_ ? from_ : limit_) - to_ >=
+            static_cast<std::ptrdiff_t>(2 * kSpare + inserted.size())) {
+      std::memcpy(to_, from_, kSpare);
+      to_ += cut - from_;
+      std::memcpy(to_, inserted.data(), inserted.size());
+      to_ += inserted.size();
+      from_ = resume;
+    } else {
+      *this = PutSlowly(*this, cut, inserted, resume);
+    }
+  }
+
+  void Finish();
+
+ private:
+  // By value: an object whose address is known elsewhere would have to be in memory all the time.
+  static Rewriting PutSlowly(Rewriting rewriting, const char* cut, std::string_view inserted,
+                             const char* resume);
+  void Load();
+
+  TextBuffer* buffer_;
+  char* to_;          // where the head ends
+  const char* from_;  // where the tail begins
+  const char* limit_;
+  const char* end_;
+  bool shares_;
+  bool notes_presence_;
 };
 
 inline void TextBuffer::Advance(std::size_t count) {
