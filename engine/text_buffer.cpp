@@ -164,7 +164,7 @@ void TextBuffer::Rewriting::Load() {
   limit_ = buffer_->front_.data() + buffer_->head_limit_;
   end_ = from_ + buffer_->tail_size_;
   shares_ = buffer_->shares_storage_;
-  notes_presence_ = buffer_->presence_ != nullptr;
+  presence_ = buffer_->presence_.get();
 }
 
 void TextBuffer::Rewriting::Finish() {
@@ -184,6 +184,28 @@ TextBuffer::Rewriting TextBuffer::Rewriting::PutSlowly(Rewriting rewriting, cons
   buffer.Splice(place, inserted, place + static_cast<std::size_t>(resume - cut));
   rewriting.Load();
   return rewriting;
+}
+
+void TextBuffer::Rewriting::NotePresence(Rewriting rewriting, const char* place) {
+  constexpr std::ptrdiff_t kAround = PresenceMap::kLongest - 1;
+  constexpr std::ptrdiff_t kShort = 64;
+  char bytes[kShort + 2 * kAround];
+  const char* start =
+      place - std::min<std::ptrdiff_t>(place - rewriting.buffer_->front_.data(), kAround);
+  const std::ptrdiff_t head = rewriting.to_ - start;
+  if (head <= kShort + kAround) {
+    const auto head_size = static_cast<std::size_t>(head);
+    const auto tail_size =
+        static_cast<std::size_t>(std::min(rewriting.end_ - rewriting.from_, kAround));
+    std::memcpy(bytes, start, head_size);
+    std::memcpy(bytes + head_size, rewriting.from_, tail_size);
+    rewriting.presence_->Note({bytes, head_size + tail_size});
+  } else {
+    rewriting.Finish();
+    rewriting.buffer_->NotePresence(
+        static_cast<std::size_t>(place - rewriting.buffer_->front_.data()),
+        static_cast<std::size_t>(rewriting.to_ - place));
+  }
 }
 
 std::size_t TextBuffer::MapBytes(std::size_t start, std::string_view map, std::string_view marked) {

@@ -150,18 +150,33 @@ class TextBuffer::Rewriting {
 
   /// What lies between cut and resume becomes inserted. Neither must be before the last resume.
   void Put(const char* cut, std::string_view inserted, const char* resume) {
-    if (!notes_presence_ && static_cast<std::size_t>(cut - from_) <= kSpare &&
-        end_ - cut >= static_cast<std::ptrdiff_t>(kSpare) &&
-        (shares_ ? from_ : limit_) - to_ >=
-            static_cast<std::ptrdiff_t>(2 * kSpare + inserted.size())) {
-      std::memcpy(to_, from_, kSpare);
-      to_ += cut - from_;
+    const auto kept = static_cast<std::size_t>(cut - from_);
+    const auto room = static_cast<std::size_t>((shares_ ? from_ : limit_) - to_);
+    // In one storage the gap moves along, so it needn't hold what is kept.
+    const std::size_t needed = 2 * kSpare + inserted.size() + (shares_ ? 0 : kept);
+    if (room < needed || static_cast<std::size_t>(end_ - cut) < kSpare) {
+      *this = PutSlowly(*this, cut, inserted, resume);
+      return;
+    }
+    if (kept <= kLongPiece) {
+      for (std::size_t i = 0; i < kept; i += kSpare) {
+        char piece[kSpare];
+        std::memcpy(piece, from_ + i, kSpare);
+        std::memcpy(to_ + i, piece, kSpare);
+      }
+    } else {
+      std::memmove(to_, from_, kept);
+    }
+    to_ += kept;
+    char* const place = to_;
+    if (inserted.size() == 1) {
+      *to_++ = inserted.front();
+    } else {
       std::memcpy(to_, inserted.data(), inserted.size());
       to_ += inserted.size();
-      from_ = resume;
-    } else {
-      *this = PutSlowly(*this, cut, inserted, resume);
     }
+    from_ = resume;
+    if (presence_ != nullptr) NotePresence(*this, place);
   }
 
   void Finish();
@@ -171,6 +186,11 @@ class TextBuffer::Rewriting {
   static Rewriting PutSlowly(Rewriting rewriting, const char* cut, std::string_view inserted,
                              const char* resume);
   void Load();
+  // Takes down what the bytes put at place have added.
+  static void NotePresence(Rewriting rewriting, const char* place);
+
+  // From this on, what is called for a copy costs less than it saves.
+  static constexpr std::size_t kLongPiece = 256;
 
   TextBuffer* buffer_;
   char* to_;          // where the head ends
@@ -178,7 +198,7 @@ class TextBuffer::Rewriting {
   const char* limit_;
   const char* end_;
   bool shares_;
-  bool notes_presence_;
+  PresenceMap* presence_;
 };
 
 inline void TextBuffer::Advance(std::size_t count) {
