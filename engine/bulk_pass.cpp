@@ -71,6 +71,10 @@ BulkResult BulkPass(const RunContext& context, const Draw& draw, const PreparedP
   const bool is_anchor_whole = pattern.IsAnchorWhole();
   const bool moves_start = pattern.RejectedAnchorMovesStart();
   const ByteSearch& search = pattern.AnchorSearch();
+  const std::optional<std::string_view> constant = replacer.Constant();
+  const bool is_constant = constant.has_value();
+  const std::string_view fixed = constant.value_or(std::string_view());
+  std::int64_t constants_put = 0;
   RandomGenerator random = context.Random;
 
   TextBuffer::Rewriting rewriting(text);
@@ -100,8 +104,11 @@ BulkResult BulkPass(const RunContext& context, const Draw& draw, const PreparedP
           }
           result = BulkResult::Done;
           if (draw.Replaces(random)) {
+            constants_put += is_constant ? 1 : 0;
             rewriting.Put(start + cut_offset,
-                          replacer.NextReplacement(std::string_view(start, length), random),
+                          is_constant
+                              ? fixed
+                              : replacer.NextReplacement(std::string_view(start, length), random),
                           start + end_offset);
           }
           base = start + length;
@@ -121,6 +128,7 @@ BulkResult BulkPass(const RunContext& context, const Draw& draw, const PreparedP
   state.Remaining = result == BulkResult::Left ? static_cast<std::int64_t>(distance(base, end)) : 0;
   rewriting.Finish();
   context.Random = random;
+  state.Replacements += constants_put;
   if (result == BulkResult::NoMatch && first == 0) text.NoteFruitlessSearch();
   return result;
 }

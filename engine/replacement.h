@@ -45,6 +45,7 @@ class PreparedString {
                                                              const FunctionList& functions);
 
   [[nodiscard]] bool NeedsMatch() const { return !calls_.empty(); }
+  [[nodiscard]] std::string_view Fixed() const { return fixed_; }
 
   /// The same as ComposeString; valid until the next call, and not a view of the match.
   [[nodiscard]] std::string_view Compose(std::string_view match);
@@ -91,6 +92,12 @@ class Replacer {
 
   /// True when no replacement can show a message or needs anything looked up.
   [[nodiscard]] bool IsAllPrepared() const;
+
+  /// The replacement of every match, where that is always the same one and needs nothing prepared.
+  [[nodiscard]] std::optional<std::string_view> Constant() const {
+    if (!keeps_string_) return {};
+    return strings_[0]->Fixed();
+  }
 
   /// Where all is prepared and the Rule isn't Once: the next replacement, counted as made. Valid
   /// until the next one.

@@ -169,12 +169,8 @@ class TextBuffer::Rewriting {
     }
     to_ += kept;
     char* const place = to_;
-    if (inserted.size() == 1) {
-      *to_++ = inserted.front();
-    } else {
-      std::memcpy(to_, inserted.data(), inserted.size());
-      to_ += inserted.size();
-    }
+    CopyShort(to_, inserted);
+    to_ += inserted.size();
     from_ = resume;
     if (presence_ != nullptr) NotePresence(*this, place);
   }
@@ -186,6 +182,22 @@ class TextBuffer::Rewriting {
   static Rewriting PutSlowly(Rewriting rewriting, const char* cut, std::string_view inserted,
                              const char* resume);
   void Load();
+  // Two copies of fixed length, which may overlap, cost less than one that has to be called.
+  static void CopyShort(char* to, std::string_view bytes) {
+    const char* from = bytes.data();
+    const std::size_t size = bytes.size();
+    if (size == 1) {
+      *to = *from;
+    } else if (size >= 2 && size <= 4) {
+      std::memcpy(to, from, 2);
+      std::memcpy(to + size - 2, from + size - 2, 2);
+    } else if (size > 4 && size <= 8) {
+      std::memcpy(to, from, 4);
+      std::memcpy(to + size - 4, from + size - 4, 4);
+    } else if (size > 8) {
+      std::memcpy(to, from, size);
+    }
+  }
   // Takes down what the bytes put at place have added.
   static void NotePresence(Rewriting rewriting, const char* place);
 
@@ -224,7 +236,7 @@ inline void TextBuffer::AppendToHead(std::string_view inserted) {
   head_size_ += size;
   if (size == 1) {
     *to = inserted.front();
-  } else {
+  } else if (size > 1) {
     std::memcpy(to, inserted.data(), size);
   }
 }
