@@ -229,8 +229,8 @@ void Replacer::PutIn(TextBuffer& text, std::size_t position, const Pattern& stri
   const std::string_view match = text.Piece(position, match_length_);
   if (rule_.DrawsFromSet() && CallsFunctions(string)) {
     // A call may show a message, and the user may change the Set while that stands.
-    const Pattern copy = string;
-    SpliceReplacement(rule_, text, position, ComposeString(copy, match, functions_, context_.Host));
+    SpliceReplacement(rule_, text, position,
+                      ComposeString(Pattern(string), match, functions_, context_.Host));
   } else {
     SpliceReplacement(rule_, text, position,
                       ComposeString(string, match, functions_, context_.Host));

@@ -202,7 +202,7 @@ struct SearchKernels {
     const __m256i half = _mm256_set1_epi8(15);
     for (; Between(from, end) >= kBlock; from += kBlock) {
       std::uint32_t hits[2];
-      for (int i = 0; i < 2; ++i) {
+      for (std::size_t i = 0; i < 2; ++i) {
         const __m256i bytes = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(from + 32 * i));
         const __m256i low = _mm256_and_si256(bytes, half);
         const __m256i high = _mm256_and_si256(_mm256_srli_epi16(bytes, 4), half);
