@@ -2,6 +2,7 @@
 // start, so the same bytes/s at every size is what time in proportion to the text looks like.
 #include <benchmark/benchmark.h>
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <utility>
@@ -77,12 +78,36 @@ BENCHMARK_CAPTURE(Find, ListRejected, Rejected(SubpatternKind::CharacterList, "a
 BENCHMARK_CAPTURE(Find, NegatedListRejected, Rejected(SubpatternKind::NegatedCharacterList, "#"))
     ->Apply(FindSizes);
 
-// Applying: a Filter to a sample text of range(0) bytes. The copy of the text that each run needs
-// is timed too; it is a small part even of the quickest run here.
+// What other figures can be put beside: how often each byte occurs in a sample text.
 
-void Apply(benchmark::State& state, Filter filter) {
+void CountEachByte(benchmark::State& state) {
+  const std::string text = SampleText(static_cast<std::size_t>(state.range(0)));
+  for ([[maybe_unused]] auto pass : state) {
+    std::array<std::uint32_t, 256> counts{};
+    for (const char byte : text) ++counts[static_cast<unsigned char>(byte)];
+    benchmark::DoNotOptimize(counts);
+  }
+  CountBytes(state);
+}
+
+BENCHMARK(CountEachByte)->Arg(16 * kMebi);
+
+// Applying: a Filter to a sample text of range(0) bytes. The copy of the text that each run needs
+// is timed too. Apply runs as the command line does, where nobody watches; ApplyWatched with a host
+// that gets its turn at each match and does nothing in it, as between two pumps of the windows.
+
+class UnwatchedHost : public RunHost {
+ public:
+  [[nodiscard]] bool TakesTurns() const override { return false; }
+};
+
+class RestingHost : public RunHost {
+ public:
+  Attention Attend() override { return {true, false}; }
+};
+
+void ApplyWith(RunHost& host, benchmark::State& state, Filter filter) {
   const std::string original = SampleText(static_cast<std::size_t>(state.range(0)));
-  RunHost host;
   std::size_t size_after = 0;
   for ([[maybe_unused]] auto run : state) {
     EngineState engine_state;
@@ -98,6 +123,16 @@ void Apply(benchmark::State& state, Filter filter) {
   }
   state.counters["bytes_after"] = static_cast<double>(size_after);
   CountBytes(state);
+}
+
+void Apply(benchmark::State& state, Filter filter) {
+  UnwatchedHost host;
+  ApplyWith(host, state, std::move(filter));
+}
+
+void ApplyWatched(benchmark::State& state, Filter filter) {
+  RestingHost host;
+  ApplyWith(host, state, std::move(filter));
 }
 
 // A Filter with the Function that the Rule calls.
@@ -118,13 +153,16 @@ BENCHMARK_CAPTURE(Apply, FunctionOnEveryLetter,
                                     PatternOf({Part(SubpatternKind::Function, "Up(1)")}))))
     ->Apply(ApplySizes);
 BENCHMARK_CAPTURE(Apply, HundredIdleRules, IdleFilter(100))->Apply(ApplySizes);
+BENCHMARK_CAPTURE(ApplyWatched, Mixed, MixedFilter())->Apply(ApplySizes);
+BENCHMARK_CAPTURE(ApplyWatched, Growing, FilterOf({Replacing(Literal("e"), Literal("ee"))}))
+    ->Apply(ApplySizes);
 
 // Proportion: passes that would take time with the square of the text if each splice moved the rest
 // of it. bench/growth reads the results of Growing.
 
 void ProportionSizes(benchmark::internal::Benchmark* benchmark) {
   benchmark->RangeMultiplier(2)
-      ->Range(kMebi, 64 * kMebi)
+      ->Range(kMebi, 256 * kMebi)
       ->Unit(benchmark::kMillisecond)
       ->Complexity(benchmark::oN);
 }

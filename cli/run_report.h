@@ -18,6 +18,8 @@ namespace zarvo {
 class MessageCollector : public RunHost {
  public:
   void ShowMessage(const std::string& text) override;
+  /// Nothing here touches the filter while it runs.
+  [[nodiscard]] bool TakesTurns() const override { return false; }
 
   /// Writes each distinct message in the order of their first appearance, with how often it came.
   void Report(std::ostream& out, const CodePage& code_page) const;

@@ -1,7 +1,9 @@
 #include "engine/apply_filter.h"
 
 #include <cstdint>
+#include <utility>
 
+#include "engine/bulk_pass.h"
 #include "engine/matcher.h"
 #include "engine/replacement.h"
 
@@ -40,43 +42,56 @@ class PositionBar {
   std::int64_t divisor_ = 1;
 };
 
-// Applies the Rule to the match; false ends the pass.
-bool HandleMatch(const RunContext& context, const Rule& rule, const PreparedPattern& pattern,
-                 TextBuffer& text, std::int64_t position, const SetList& sets,
-                 const FunctionList& functions) {
-  constexpr int kDrawMost = 99;
-  const int draw = context.Random.NextUpTo(kDrawMost);
-  if (rule.Probability <= draw) return true;
-  return ReplaceMatch(context, rule, pattern.Length(), text, static_cast<std::size_t>(position),
-                      sets, functions) == ReplaceResult::Replaced;
-}
-
 }  // namespace
 
 RunResult ApplyRule(const RunContext& context, Rule rule, TextBuffer& text, const SetList& sets,
                     const FunctionList& functions, ProgressBar* position_bar) {
-  const PreparedPattern pattern(rule.Pattern);
+  const PreparedPattern pattern(rule.Pattern, text.Frequencies());
   EngineState& state = context.State;
   state.Replacements = 0;
   PositionBar bar(position_bar);
   if (bar.IsGiven() && rule.Stop != 0) return bar.Stop();
   bar.Begin(text.Size());
 
-  std::int64_t position = pattern.FindNextMatch(text, true, state);
+  const bool takes_turns = context.Host.TakesTurns();
+  const Draw draw(rule);
+  Replacer replacer(context, rule, pattern.Length(), sets, functions);
+  MatchFinder finder(pattern, text);
+  bool from_start = true;
+  if (!takes_turns && !bar.IsGiven() && rule.Stop == 0 && state.Remaining >= 0) {
+    if (MapMatchedBytes(context, rule, draw, pattern, replacer, text)) {
+      return RunResult::Completed;
+    }
+    if (CanPassInBulk(rule, replacer)) {
+      BulkResult result = BulkResult::Done;
+      do {
+        result = BulkPass(context, draw, pattern, replacer, rule, text);
+      } while (rule.Strict != 0 && result == BulkResult::Done);
+      if (result != BulkResult::Left) return RunResult::Completed;
+      from_start = false;
+    }
+  }
+  std::int64_t position = finder.Next(from_start, state);
   while (position != PreparedPattern::kNoMatch) {
     while (position != PreparedPattern::kNoMatch) {
-      if (!context.Host.Pump()) rule.Stop = 1;
-      for (long count = 0; context.Host.Idle(count); ++count) {
+      if (takes_turns) {
+        const Attention attention = context.Host.Attend();
+        if (!attention.GoesOn) rule.Stop = 1;
+        if (attention.MayHaveChanged) replacer.Forget();
       }
       if (rule.Stop != 0) return bar.Stop();
       bar.Follow(position);
-      if (!HandleMatch(context, rule, pattern, text, position, sets, functions)) break;
-      position = pattern.FindNextMatch(text, false, state);
+      if (draw.Replaces(context.Random)) {
+        if (replacer.Replace(text, static_cast<std::size_t>(position)) == ReplaceResult::StopPass) {
+          break;
+        }
+        if (!replacer.StaysInMatch()) finder.Forget();
+      }
+      position = finder.Next(false, state);
     }
     // A pass that ran to its end left nothing remaining, so the next one begins at the start; one
     // that Once ended goes on from there.
-    position =
-        rule.Strict != 0 ? pattern.FindNextMatch(text, true, state) : PreparedPattern::kNoMatch;
+    position = rule.Strict != 0 ? finder.Next(true, state) : PreparedPattern::kNoMatch;
   }
   if (rule.Stop != 0) return bar.Stop();
   bar.End();
@@ -86,7 +101,9 @@ RunResult ApplyRule(const RunContext& context, Rule rule, TextBuffer& text, cons
 RunResult ApplyFilter(const RunContext& context, Filter& filter, std::string& text,
                       ProgressBar* rule_bar, ProgressBar* position_bar) {
   filter.Applying = 1;
-  TextBuffer working_text(text);
+  // Where nothing can stop the run, the text needn't be kept.
+  TextBuffer working_text =
+      context.Host.TakesTurns() ? TextBuffer::Borrowing(text) : TextBuffer::Owning(std::move(text));
   filter.Cancel = 0;
   if (rule_bar != nullptr) {
     rule_bar->SetRange(0, static_cast<std::int64_t>(filter.Rules.Count()));
@@ -110,7 +127,7 @@ RunResult ApplyFilter(const RunContext& context, Filter& filter, std::string& te
     if (rule_bar != nullptr) rule_bar->Step();
   }
   if (rule_bar != nullptr) rule_bar->SetPosition(0);
-  text = working_text.Take();
+  if (working_text.IsChanged()) text = working_text.Take();
   filter.Applying = 0;
   return RunResult::Completed;
 }

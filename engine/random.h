@@ -23,7 +23,20 @@ class RandomGenerator {
   }
 
   /// Next scaled to 0 to most and truncated: most itself comes up only when Next gives kMost.
-  int NextUpTo(int most) { return static_cast<int>(Next() / 32767.0 * most); }
+  int NextUpTo(int most) { return ScaleTo(most, Next()); }
+  static int ScaleTo(int most, int value) { return static_cast<int>(value / 32767.0 * most); }
+
+  /// The same as so many calls of Next.
+  void Skip(std::uint64_t count) {
+    // Two steps in one are again of this form, so the steps can be doubled.
+    std::uint32_t factor = 214013U;
+    std::uint32_t summand = 2531011U;
+    for (; count != 0; count /= 2) {
+      if (count % 2 != 0) state_ = state_ * factor + summand;
+      summand += factor * summand;
+      factor *= factor;
+    }
+  }
 
   friend bool operator==(const RandomGenerator&, const RandomGenerator&) = default;
 

@@ -32,22 +32,42 @@ bool CallsFunctions(const Pattern& string) {
                      [](const auto& part) { return part.Kind == SubpatternKind::Function; });
 }
 
-// The strings of a Set, or none when there is no such Set.
-const std::vector<Pattern>& StringsOf(const SetList& sets, const std::string& name) {
-  static const std::vector<Pattern> none;
-  const Set* set = sets.Find(name);
-  return set == nullptr ? none : set->Strings;
+// What a call text says, as far as that can be said without the match.
+struct CallParts {
+  std::string_view Name;
+  std::size_t First = 0;
+  std::size_t Length = 1;
+  const char* Fault = nullptr;  // the message's words
+};
+
+CallParts ParseCall(std::string_view call_text) {
+  CallParts parts;
+  parts.Name = CalledFunctionName(call_text);
+  if (parts.Name.size() == call_text.size()) {
+    parts.Fault = "\"(\" missing.";
+    return parts;
+  }
+  std::string_view rest = call_text.substr(parts.Name.size() + 1);
+  const std::int64_t start = TakeNumber(rest);
+  if (start < 0) {
+    parts.Fault = "function argument missing.";
+    return parts;
+  }
+  const std::int64_t count = TakeNumber(rest);
+  parts.First = static_cast<std::size_t>(std::max<std::int64_t>(start - 1, 0));
+  parts.Length = static_cast<std::size_t>(count < 0 ? 1 : count);
+  return parts;
 }
 
-// One string of a Set composed; the empty text when the Set is empty.
-std::string ComposeSetString(const std::vector<Pattern>& strings, std::size_t index,
-                             std::string_view match, const FunctionList& functions, RunHost& host) {
-  if (strings.empty()) return {};
-  const Pattern& string = strings[std::min(index, strings.size() - 1)];
-  if (!CallsFunctions(string)) return ComposeString(string, match, functions, host);
-  // A call may show a message, and the user may change the Set while that stands.
-  const Pattern copy = string;
-  return ComposeString(copy, match, functions, host);
+std::string_view ArgumentOf(std::string_view match, std::size_t first, std::size_t length) {
+  return match.substr(std::min(first, match.size()), length);
+}
+
+bool StaysInside(const Rule& rule, std::size_t match_length) {
+  const auto length = static_cast<std::int64_t>(match_length);
+  const std::int64_t cut = rule.Inserts() ? rule.From : std::int64_t{rule.From} - 1;
+  const std::int64_t end = rule.Inserts() ? cut : rule.To;
+  return 0 <= cut && cut <= end && end <= length;
 }
 
 }  // namespace
@@ -62,26 +82,18 @@ std::string EvaluateFunction(const Function& function, std::string_view argument
 
 std::string EvaluateFunctionCall(const FunctionList& functions, const std::string& call_text,
                                  std::string_view match, RunHost& host) {
-  const std::string_view name = CalledFunctionName(call_text);
-  if (name.size() == call_text.size()) {
-    host.ShowMessage(Failure(call_text, "\"(\" missing."));
+  const CallParts parts = ParseCall(call_text);
+  if (parts.Fault != nullptr) {
+    host.ShowMessage(Failure(call_text, parts.Fault));
     return {};
   }
-  std::string_view rest = std::string_view(call_text).substr(name.size() + 1);
-  const std::int64_t start = TakeNumber(rest);
-  if (start < 0) {
-    host.ShowMessage(Failure(call_text, "function argument missing."));
-    return {};
-  }
-  const std::int64_t count = TakeNumber(rest);
-  const Function* function = functions.Find(name);
+  const Function* function = functions.Find(parts.Name);
   if (function == nullptr) {
-    host.ShowMessage(Failure(call_text, "function \"" + std::string(name) + "\" dosn't exist."));
+    host.ShowMessage(
+        Failure(call_text, "function \"" + std::string(parts.Name) + "\" dosn't exist."));
     return {};
   }
-  const auto first = static_cast<std::size_t>(std::max<std::int64_t>(start - 1, 0));
-  const auto length = static_cast<std::size_t>(count < 0 ? 1 : count);
-  return EvaluateFunction(*function, match.substr(std::min(first, match.size()), length));
+  return EvaluateFunction(*function, ArgumentOf(match, parts.First, parts.Length));
 }
 
 std::string ComposeString(const Pattern& string, std::string_view match,
@@ -118,43 +130,165 @@ void SpliceReplacement(const Rule& rule, TextBuffer& text, std::size_t position,
   }
 }
 
-ReplaceResult ReplaceMatch(const RunContext& context, const Rule& rule, std::size_t match_length,
-                           TextBuffer& text, std::size_t position, const SetList& sets,
-                           const FunctionList& functions) {
-  std::int64_t& made = context.State.Replacements;
-  const std::string_view match = text.Piece(position, match_length);
-  switch (rule.ReplacementSource) {
-    case ReplacementSource::String: {
-      if (made != 0 && rule.Once != 0) return ReplaceResult::StopPass;
-      SpliceReplacement(rule, text, position,
-                        ComposeString(rule.Replacement, match, functions, context.Host));
-      ++made;
-      break;
-    }
-    case ReplacementSource::SetInSequence: {
-      const std::vector<Pattern>& strings = StringsOf(sets, rule.ReplacementSetName);
-      const auto count = static_cast<std::int64_t>(strings.size());
-      if (made >= count && rule.Once != 0) return ReplaceResult::StopPass;
-      SpliceReplacement(rule, text, position,
-                        ComposeSetString(strings, static_cast<std::size_t>(made), match, functions,
-                                         context.Host));
-      ++made;
-      if (made >= count && rule.Once == 0) made = 0;
-      break;
-    }
-    case ReplacementSource::SetAtRandom: {
-      const std::vector<Pattern>& strings = StringsOf(sets, rule.ReplacementSetName);
-      std::size_t index = 0;
-      if (!strings.empty()) {
-        index =
-            static_cast<std::size_t>(context.Random.NextUpTo(static_cast<int>(strings.size()) - 1));
+std::optional<PreparedString> PreparedString::Prepare(const Pattern& string,
+                                                      const FunctionList& functions) {
+  PreparedString prepared;
+  for (const Subpattern& part : string.Subpatterns) {
+    switch (part.Kind) {
+      case SubpatternKind::CharacterCode:
+        prepared.fixed_ += part.Code();
+        break;
+      case SubpatternKind::Function: {
+        const CallParts parts = ParseCall(part.Contents);
+        if (parts.Fault != nullptr) return {};
+        const Function* function = functions.Find(parts.Name);
+        if (function == nullptr) return {};
+        prepared.calls_.push_back(
+            {prepared.fixed_.size(), parts.First, parts.Length, prepared.tables_.size()});
+        prepared.tables_.emplace_back(*function);
+        break;
       }
-      SpliceReplacement(rule, text, position,
-                        ComposeSetString(strings, index, match, functions, context.Host));
-      break;
+      default:
+        prepared.fixed_ += part.Contents;
+        break;
     }
   }
+  return prepared;
+}
+
+std::string_view PreparedString::ComposeCalls(std::string_view match) {
+  if (calls_.size() == 1 && fixed_.empty()) {
+    const std::string_view argument = ArgumentOf(match, calls_[0].First, calls_[0].Length);
+    const std::string_view value = tables_[calls_[0].Table].Value(argument);
+    if (value.data() != argument.data()) return value;
+    composed_ = value;
+    return composed_;
+  }
+  composed_.clear();
+  std::size_t done = 0;
+  for (const Call& call : calls_) {
+    composed_.append(fixed_, done, call.At - done);
+    done = call.At;
+    composed_ += tables_[call.Table].Value(ArgumentOf(match, call.First, call.Length));
+  }
+  composed_.append(fixed_, done);
+  return composed_;
+}
+
+Replacer::Replacer(const RunContext& context, const Rule& rule, std::size_t match_length,
+                   const SetList& sets, const FunctionList& functions)
+    : context_(context),
+      rule_(rule),
+      match_length_(match_length),
+      sets_(sets),
+      functions_(functions),
+      stays_in_match_(StaysInside(rule, match_length)),
+      keeps_string_(rule.ReplacementSource == ReplacementSource::String &&
+                    !CallsFunctions(rule.Replacement)) {
+  if (keeps_string_ || !context.Host.TakesTurns()) Prepare();
+}
+
+void Replacer::Prepare() {
+  is_prepared_ = true;
+  if (!rule_.DrawsFromSet()) {
+    strings_.push_back(PreparedString::Prepare(rule_.Replacement, functions_));
+    return;
+  }
+  set_ = sets_.Find(rule_.ReplacementSetName);
+  if (set_ == nullptr) return;
+  strings_.reserve(set_->Strings.size());
+  for (const Pattern& string : set_->Strings) {
+    strings_.push_back(PreparedString::Prepare(string, functions_));
+  }
+}
+
+void Replacer::Drop() {
+  if (keeps_string_) return;
+  is_prepared_ = false;
+  set_ = nullptr;
+  strings_.clear();
+}
+
+bool Replacer::IsAllPrepared() const {
+  const bool has_source =
+      rule_.ReplacementSource == ReplacementSource::String || rule_.DrawsFromSet();
+  return has_source && is_prepared_ &&
+         std::all_of(strings_.begin(), strings_.end(),
+                     [](const auto& string) { return string.has_value(); });
+}
+
+void Replacer::PutIn(TextBuffer& text, std::size_t position, const Pattern& string,
+                     std::size_t index) {
+  if (is_prepared_ && strings_[index]) {
+    PreparedString& prepared = *strings_[index];
+    const std::string_view match =
+        prepared.NeedsMatch() ? text.Piece(position, match_length_) : std::string_view();
+    SpliceReplacement(rule_, text, position, prepared.Compose(match));
+    return;
+  }
+  const std::string_view match = text.Piece(position, match_length_);
+  if (rule_.DrawsFromSet() && CallsFunctions(string)) {
+    // A call may show a message, and the user may change the Set while that stands.
+    SpliceReplacement(rule_, text, position,
+                      ComposeString(Pattern(string), match, functions_, context_.Host));
+  } else {
+    SpliceReplacement(rule_, text, position,
+                      ComposeString(string, match, functions_, context_.Host));
+  }
+  if (is_prepared_ && context_.Host.TakesTurns()) Forget();
+}
+
+ReplaceResult Replacer::Replace(TextBuffer& text, std::size_t position) {
+  if (!is_prepared_ && ++unchanged_matches_ > 1) Prepare();
+  std::int64_t& made = context_.State.Replacements;
+  if (rule_.ReplacementSource == ReplacementSource::String) {
+    if (made != 0 && rule_.Once != 0) return ReplaceResult::StopPass;
+    PutIn(text, position, rule_.Replacement, 0);
+    ++made;
+    return ReplaceResult::Replaced;
+  }
+  if (!rule_.DrawsFromSet()) return ReplaceResult::Replaced;
+
+  static const Pattern nothing;
+  const Set* set = is_prepared_ ? set_ : sets_.Find(rule_.ReplacementSetName);
+  const std::size_t size = set == nullptr ? 0 : set->Strings.size();
+  const auto count = static_cast<std::int64_t>(size);
+  const auto put_in = [&](std::size_t index) {
+    if (size == 0) {
+      SpliceReplacement(rule_, text, position, {});
+    } else {
+      index = std::min(index, size - 1);
+      PutIn(text, position, set->Strings[index], index);
+    }
+  };
+  if (rule_.ReplacementSource == ReplacementSource::SetInSequence) {
+    if (made >= count && rule_.Once != 0) return ReplaceResult::StopPass;
+    put_in(static_cast<std::size_t>(made));
+    ++made;
+    if (made >= count && rule_.Once == 0) made = 0;
+  } else {
+    put_in(size == 0
+               ? 0
+               : static_cast<std::size_t>(context_.Random.NextUpTo(static_cast<int>(size) - 1)));
+  }
   return ReplaceResult::Replaced;
+}
+
+std::optional<std::string> Replacer::ByteMap(const std::string& matched_bytes) {
+  const bool replaces_byte = rule_.ReplacementSource == ReplacementSource::String &&
+                             rule_.Once == 0 && match_length_ == 1 && rule_.From == 1 &&
+                             rule_.To == 1;
+  if (!replaces_byte || !is_prepared_ || !strings_[0]) return {};
+  std::string map(matched_bytes.size(), '\0');
+  for (std::size_t byte = 0; byte < map.size(); ++byte) {
+    map[byte] = static_cast<char>(byte);
+    if (matched_bytes[byte] == '\0') continue;
+    const char match = map[byte];
+    const std::string_view replacement = strings_[0]->Compose(std::string_view(&match, 1));
+    if (replacement.size() != 1) return {};
+    map[byte] = replacement.front();
+  }
+  return map;
 }
 
 }  // namespace zarvo

@@ -35,10 +35,28 @@ class ProgressBar {
   virtual bool Exists() = 0;
 };
 
+/// What came of a host's turn.
+struct Attention {
+  bool GoesOn = true;          ///< false when the program is quitting
+  bool MayHaveChanged = true;  ///< false when the Filter's lists are surely as they were
+};
+
 /// The program around a run. Each call may do anything to the Filter, or start another run.
 class RunHost {
  public:
   virtual ~RunHost() = default;
+  /// The host's turn at each match: pumps, then idles until there is nothing more to do. A host
+  /// that knows when it has done nothing says so here; what the run has prepared of Sets and
+  /// Functions then stays in use. Changes made in ShowMessage the run looks for by itself.
+  virtual Attention Attend() {
+    const bool goes_on = Pump();
+    for (long count = 0; Idle(count); ++count) {
+    }
+    return {goes_on, true};
+  }
+  /// False for a host that has nothing to do during a run: it gets no turns, and its ShowMessage
+  /// changes nothing of the Filter and starts no run. Nothing can then stop the run.
+  [[nodiscard]] virtual bool TakesTurns() const { return true; }
   /// Lets the program handle the messages that wait. False when the program is quitting; the run
   /// then stops at once.
   virtual bool Pump() { return true; }

@@ -8,7 +8,7 @@
 // - a text is a number, its length, and that many bytes: "3abc";
 // - what lies past the end is read as "0".
 //
-//   case:     seed, remaining, count of runs less 1, runs
+//   case:     seed (odd: the hosts tell of their deeds), remaining, count of runs less 1, runs
 //   run:      options (1 rule bar, 2 position bar, 4 keeps the filter, 8 keeps the text), pumps,
 //             answers of Exists, rounds of Idle, text, filter, count of deeds, deeds (call, deed);
 //             where there are deeds also the other text and the other filter
@@ -51,6 +51,7 @@ class CaseReader {
     bool may_double = false;
     for (std::size_t i = 0; i < runs; ++i) {
       RunPlan run = ReadRun();
+      run.TellsOfDeeds = engine_case.Seed % 2 != 0;
       // What an earlier run left may be taken over.
       may_double = may_double || RepeatsText(run.Filter) || RepeatsText(run.OtherFilter);
       if (may_double) run.Pumps = std::min<std::int64_t>(run.Pumps, kMostDoublingPumps);

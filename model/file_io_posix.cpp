@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "model/file_io.h"
+#include "model/large_pages.h"
 
 namespace zarvo {
 namespace {
@@ -106,16 +107,20 @@ StepResult WriteStream(int descriptor, std::string_view bytes) {
 }
 
 StepResult ReadAll(int descriptor, std::string& bytes) {
+  constexpr std::size_t kLeastRoom = 64 << 10;
+  constexpr std::size_t kReadStep = 256 << 10;
   bytes.clear();
   struct stat status {};
   if (::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)) {
-    bytes.reserve(static_cast<std::size_t>(status.st_size) + 1);
+    // With room for the read that finds the end.
+    bytes.reserve(static_cast<std::size_t>(status.st_size) + kLeastRoom);
+    PreferLargePages(bytes.data(), bytes.capacity());
   }
   std::size_t size = 0;
   while (true) {
-    constexpr std::size_t kLeastRoom = 64 << 10;
     const std::size_t room = std::max(bytes.capacity() - size, kLeastRoom);
-    bytes.resize(size + std::min(room, kChunk));
+    // In small steps: what is filled with zeros here is then still at hand when it is read over.
+    bytes.resize(size + std::min(room, kReadStep));
     const ssize_t got = ::read(descriptor, bytes.data() + size, bytes.size() - size);
     if (got < 0 && IsToBeRepeated(descriptor, POLLIN)) {
       bytes.resize(size);

@@ -26,10 +26,18 @@ RunPump::RunPump(Dialogs& dialogs, QWidget* parent) : dialogs_(dialogs), parent_
 
 RunPump::~RunPump() { --runs_in_progress; }
 
+Attention RunPump::Attend() {
+  has_pumped_ = false;
+  const bool goes_on = Pump();
+  // Nobody gets at the filter between two pumps.
+  return {goes_on, has_pumped_};
+}
+
 bool RunPump::Pump() {
   constexpr qint64 kInterval = 5;
   if (is_quitting) return false;
   if (since_last_pump_.elapsed() < kInterval) return true;
+  has_pumped_ = true;
   QCoreApplication::processEvents();
   since_last_pump_.start();
   return !is_quitting;

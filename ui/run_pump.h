@@ -24,6 +24,7 @@ class RunPump : public RunHost {
   RunPump(const RunPump&) = delete;
   RunPump& operator=(const RunPump&) = delete;
 
+  Attention Attend() override;
   bool Pump() override;
   void ShowMessage(const std::string& text) override;
 
@@ -31,6 +32,7 @@ class RunPump : public RunHost {
   Dialogs& dialogs_;
   QWidget* parent_;
   QElapsedTimer since_last_pump_;
+  bool has_pumped_ = false;
 };
 
 }  // namespace zarvo

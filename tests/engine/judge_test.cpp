@@ -15,6 +15,7 @@
 
 #include "engine/apply_filter.h"
 #include "engine/matcher.h"
+#include "engine/search.h"
 #include "engine/text_buffer.h"
 #include "model/filter.h"
 #include "tests/support/builders.h"
@@ -180,6 +181,7 @@ EngineCase TwoRuns(Filter filter, std::int64_t pumps) {
     run.HasRuleBar = true;
     run.HasPositionBar = true;
     run.Pumps = pumps;
+    run.TellsOfDeeds = true;
   }
   return engine_case;
 }
@@ -211,7 +213,10 @@ bool AgreeOnRandomCases(std::uint64_t cases, bool with_deeds) {
   const std::uint64_t first_seed = NumberFromEnvironment("ZARVO_JUDGE_SEED", 1);
   for (std::uint64_t i = 0; i < cases; ++i) {
     RandomCases random(first_seed + i);
-    const std::string difference = FindDifference(random.MakeCase(with_deeds));
+    EngineCase engine_case = random.MakeCase(with_deeds);
+    // What is prepared stays in use with every other case.
+    for (RunPlan& run : engine_case.Runs) run.TellsOfDeeds = i % 2 != 0;
+    const std::string difference = FindDifference(engine_case);
     if (difference.empty()) continue;
     ADD_FAILURE() << "again with ZARVO_JUDGE_SEED=" << first_seed + i << " ZARVO_JUDGE_CASES=1\n"
                   << difference;
@@ -395,6 +400,24 @@ TEST(Judge, AgreesOnBarsOfLongTexts) {
   }
 }
 
+// Sets a search level for a test, and the best one again at its end.
+class WithLevel {
+ public:
+  explicit WithLevel(SearchLevel level) { UseSearchLevel(level); }
+  ~WithLevel() { UseSearchLevel(BestSearchLevel()); }
+  WithLevel(const WithLevel&) = delete;
+  WithLevel& operator=(const WithLevel&) = delete;
+};
+
+TEST(Judge, AgreesOnRandomCasesAtTheLowerSearchLevels) {
+  for (const SearchLevel level : {SearchLevel::Plain, SearchLevel::Sse2}) {
+    SCOPED_TRACE("level " + std::to_string(static_cast<int>(level)));
+    const WithLevel with_level(level);
+    ASSERT_TRUE(AgreeOnRandomCases((RandomCaseCount() + 9) / 10, false));
+    ASSERT_TRUE(AgreeOnRandomCases((RandomCaseCount() + 9) / 10, true));
+  }
+}
+
 TEST(Judge, AgreesOnRandomCases) { ASSERT_TRUE(AgreeOnRandomCases(RandomCaseCount(), false)); }
 
 TEST(Judge, AgreesOnRandomCasesWithDeeds) {
@@ -433,6 +456,7 @@ TEST(Judge, AgreesOnDeeds) {
                      {call + later, static_cast<HostDeed>(later_deed)}};
             engine_case.Runs[0].HasRuleBar = bars;
             engine_case.Runs[0].HasPositionBar = bars;
+            for (RunPlan& run : engine_case.Runs) run.TellsOfDeeds = (call + deed) % 2 != 0;
             const std::string difference = FindDifference(engine_case);
             ASSERT_TRUE(difference.empty()) << difference;
           }

@@ -41,5 +41,15 @@ TEST(ProcessState, IsOneForTheProcess) {
   EXPECT_EQ(ProcessEngineState(), EngineState());
 }
 
+TEST(RandomGenerator, SkippingIsTheSameAsDrawing) {
+  RandomGenerator drawn(77);
+  for (std::uint64_t count = 0; count < 300; ++count) {
+    RandomGenerator skipped(77);
+    skipped.Skip(count);
+    EXPECT_EQ(skipped, drawn) << count;
+    drawn.Next();
+  }
+}
+
 }  // namespace
 }  // namespace zarvo

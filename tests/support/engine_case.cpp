@@ -95,6 +95,12 @@ class PlannedHost : public RunHost {
                                plan_.HasPositionBar ? &position_bar_ : nullptr);
   }
 
+  Attention Attend() override {
+    const std::int64_t deeds_before = deeds_;
+    Attention attention = RunHost::Attend();
+    if (plan_.TellsOfDeeds) attention.MayHaveChanged = deeds_ != deeds_before;
+    return attention;
+  }
   bool Pump() override {
     calls_.push_back({kPumpCall, 0, 0, {}});
     const bool goes_on = pumps_++ < plan_.Pumps;
@@ -115,7 +121,9 @@ class PlannedHost : public RunHost {
   void DoDeeds() {
     const std::int64_t call = call_++;
     for (const TimedDeed& timed : plan_.Deeds) {
-      if (timed.Call == call) Do(timed.Deed);
+      if (timed.Call != call) continue;
+      ++deeds_;
+      Do(timed.Deed);
     }
   }
 
@@ -215,6 +223,7 @@ class PlannedHost : public RunHost {
   PlannedBar position_bar_;
   std::int64_t pumps_ = 0;
   std::int64_t call_ = 0;
+  std::int64_t deeds_ = 0;
 };
 
 // One of the two engines with the process it lives in.
@@ -408,7 +417,8 @@ std::string Describe(const EngineCase& engine_case) {
     if (run.HasRuleBar) result += ", rule bar";
     if (run.HasPositionBar) result += ", position bar";
     result += ", exists " + std::to_string(run.ExistsAnswers) + ", pumps " +
-              std::to_string(run.Pumps) + ", idle rounds " + std::to_string(run.IdleRounds) + "\n";
+              std::to_string(run.Pumps) + ", idle rounds " + std::to_string(run.IdleRounds) +
+              (run.TellsOfDeeds ? ", tells of deeds\n" : "\n");
     if (run.KeepsFilter) {
       result += "  (filter of the last run)\n";
     } else {

@@ -57,6 +57,8 @@ struct RunPlan {
   std::int64_t Pumps = 1000;
   /// How many calls of Idle in a row ask for another one.
   long IdleRounds = 0;
+  /// The host says of each turn whether it did anything, instead of claiming that it may have.
+  bool TellsOfDeeds = false;
   std::vector<TimedDeed> Deeds;
   zarvo::Filter OtherFilter;
   std::string OtherText;

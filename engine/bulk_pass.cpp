@@ -1,0 +1,136 @@
+#include "engine/bulk_pass.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace zarvo {
+namespace {
+
+// Where the search begins: at the remembered point, or at the start of the text.
+std::size_t TakeStart(EngineState& state, std::size_t size) {
+  const auto all = static_cast<std::int64_t>(size);
+  if (state.Remaining == 0) state.Remaining = all;
+  return static_cast<std::size_t>(all - std::clamp<std::int64_t>(state.Remaining, 0, all));
+}
+
+}  // namespace
+
+Draw::Draw(const Rule& rule) {
+  // Draws grow with the generator's value, so there is a first value that is too much.
+  constexpr int kDrawMost = 99;
+  int values = RandomGenerator::kMost + 1;
+  for (int first = 0; first < values;) {
+    const int middle = (first + values) / 2;
+    if (rule.Probability <= RandomGenerator::ScaleTo(kDrawMost, middle)) {
+      values = middle;
+    } else {
+      first = middle + 1;
+    }
+  }
+  winning_values_ = values;
+}
+
+bool MapMatchedBytes(const RunContext& context, const Rule& rule, const Draw& draw,
+                     const PreparedPattern& pattern, Replacer& replacer, TextBuffer& text) {
+  if (rule.Strict != 0 || !draw.AlwaysReplaces() || pattern.Matchers().size() != 1) return false;
+  if (pattern.Length() != 1) return false;
+  const std::string matched = pattern.Matchers().front().MatchedBytes();
+  constexpr std::size_t kManyAreOneIn = 20;
+  if (!text.Frequencies().IsFrequent(matched, kManyAreOneIn)) return false;
+  const std::optional<std::string> map = replacer.ByteMap(matched);
+  if (!map) return false;
+  EngineState& state = context.State;
+  const std::size_t start = TakeStart(state, text.Size());
+  const std::size_t count = text.MapBytes(start, *map, matched);
+  context.Random.Skip(count);
+  state.Replacements += static_cast<std::int64_t>(count);
+  state.Remaining = 0;
+  return true;
+}
+
+bool CanPassInBulk(const Rule& rule, const Replacer& replacer) {
+  return rule.Once == 0 && replacer.StaysInMatch() && replacer.IsAllPrepared();
+}
+
+BulkResult BulkPass(const RunContext& context, const Draw& draw, const PreparedPattern& pattern,
+                    Replacer& replacer, const Rule& rule, TextBuffer& text) {
+  EngineState& state = context.State;
+  const std::size_t first = TakeStart(state, text.Size());
+  const std::size_t length = pattern.Length();
+  if (length == 0 || !pattern.MayMatch(text)) {
+    state.Remaining = 0;
+    return BulkResult::NoMatch;
+  }
+  const std::int64_t cut_offset = rule.Inserts() ? rule.From : rule.From - 1;
+  const std::int64_t end_offset = rule.Inserts() ? rule.From : rule.To;
+  const std::size_t offset = pattern.AnchorOffset();
+  const bool is_anchor_whole = pattern.IsAnchorWhole();
+  const bool moves_start = pattern.RejectedAnchorMovesStart();
+  const ByteSearch& search = pattern.AnchorSearch();
+  const std::optional<std::string_view> constant = replacer.Constant();
+  const bool is_constant = constant.has_value();
+  const std::string_view fixed = constant.value_or(std::string_view());
+  std::int64_t constants_put = 0;
+  RandomGenerator random = context.Random;
+
+  TextBuffer::Rewriting rewriting(text);
+  const char* const begin = rewriting.Begin();
+  const char* const end = rewriting.End();
+  const char* base = begin + first;  // no match starts before this
+  const char* from = base;           // nor has an anchor before this
+  BulkResult result = BulkResult::NoMatch;
+  const auto distance = [](const char* low, const char* high) {
+    return static_cast<std::size_t>(high - low);
+  };
+  while (from != end && result != BulkResult::Left) {
+    const auto [block, block_hits] = search.Next(from, end);
+    for (std::uint64_t hits = block_hits; hits != 0; hits &= hits - 1) {
+      const char* at = block + std::countr_zero(hits);
+      if (at < from || !search.Confirm(at)) continue;
+      if (distance(base, at) >= offset) {
+        const char* start = at - offset;
+        // A match may run past the end, where a list matches too.
+        const bool fits = distance(start, end) >= length;
+        if ((is_anchor_whole && fits) ||
+            pattern.MatchAt(std::string_view(begin, distance(begin, end)),
+                            distance(begin, start))) {
+          if (!fits) {
+            result = BulkResult::Left;
+            break;
+          }
+          result = BulkResult::Done;
+          if (draw.Replaces(random)) {
+            constants_put += is_constant ? 1 : 0;
+            rewriting.Put(start + cut_offset,
+                          is_constant
+                              ? fixed
+                              : replacer.NextReplacement(std::string_view(start, length), random),
+                          start + end_offset);
+          }
+          base = start + length;
+          from = base;
+          continue;
+        }
+      }
+      if (moves_start) base = at + 1;
+    }
+    if (block_hits == 0) break;
+    if (distance(block, end) <= ByteSearch::kBlock) {
+      if (result != BulkResult::Left) from = end;
+    } else {
+      from = std::max(from, block + ByteSearch::kBlock);
+    }
+  }
+  state.Remaining = result == BulkResult::Left ? static_cast<std::int64_t>(distance(base, end)) : 0;
+  rewriting.Finish();
+  context.Random = random;
+  state.Replacements += constants_put;
+  if (result == BulkResult::NoMatch && first == 0) text.NoteFruitlessSearch();
+  return result;
+}
+
+}  // namespace zarvo

@@ -1,0 +1,56 @@
+// Passes that nobody watches.
+//
+// With a host that takes no turns, and no bar to follow the matches, nothing outside can tell one
+// match from the next: only the text, the counters and the generator that a pass leaves count. Such
+// a pass can run in one loop that holds all it needs in registers, or, where each match is one byte
+// that becomes one byte, as a table over the whole text. What doesn't fit is left to the loop that
+// serves all Rules.
+#pragma once
+
+#include <cstdint>
+
+#include "engine/matcher.h"
+#include "engine/random.h"
+#include "engine/replacement.h"
+#include "engine/run_host.h"
+#include "engine/text_buffer.h"
+#include "model/rule.h"
+
+namespace zarvo {
+
+/// The draw against a Rule's probability, which every match has, even one that is sure to be
+/// replaced.
+class Draw {
+ public:
+  explicit Draw(const Rule& rule);
+
+  [[nodiscard]] bool Replaces(RandomGenerator& random) const {
+    return random.Next() < winning_values_;
+  }
+  [[nodiscard]] bool AlwaysReplaces() const { return winning_values_ > RandomGenerator::kMost; }
+
+ private:
+  int winning_values_;
+};
+
+/// Does all passes of the Rule and leaves nothing remaining, if each match is one byte that becomes
+/// one byte and there are many; otherwise does nothing and gives false.
+[[nodiscard]] bool MapMatchedBytes(const RunContext& context, const Rule& rule, const Draw& draw,
+                                   const PreparedPattern& pattern, Replacer& replacer,
+                                   TextBuffer& text);
+
+enum class BulkResult {
+  NoMatch,  ///< the pass is done; it found nothing
+  Done,     ///< the pass is done
+  Left,     ///< a match was found that is none for this; the search is to go on with it
+};
+
+/// True when BulkPass can be used for this Rule.
+[[nodiscard]] bool CanPassInBulk(const Rule& rule, const Replacer& replacer);
+
+/// A whole pass from where the search begins.
+[[nodiscard]] BulkResult BulkPass(const RunContext& context, const Draw& draw,
+                                  const PreparedPattern& pattern, Replacer& replacer,
+                                  const Rule& rule, TextBuffer& text);
+
+}  // namespace zarvo

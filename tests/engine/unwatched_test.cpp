@@ -1,0 +1,202 @@
+// Runs that nobody watches, where the engine takes its short cuts, against the naive engine: every
+// search level, with and without a map of what the text holds, on random filters and texts.
+//
+// ZARVO_JUDGE_CASES and ZARVO_JUDGE_SEED are as for the judge.
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "engine/apply_filter.h"
+#include "engine/presence_map.h"
+#include "engine/search.h"
+#include "tests/support/builders.h"
+#include "tests/support/engine_case.h"
+#include "tests/support/naive_engine.h"
+#include "tests/support/random_filter.h"
+
+namespace zarvo::testing {
+namespace {
+
+// Takes no turns. The judge is told to stop where the real engine would go on for ever.
+class UnwatchedHost : public RunHost {
+ public:
+  bool Pump() override { return ++Pumps <= MostPumps; }
+  void ShowMessage(const std::string& text) override { Messages.push_back(text); }
+  [[nodiscard]] bool TakesTurns() const override { return false; }
+
+  int MostPumps = 100;
+  int Pumps = 0;
+  std::vector<std::string> Messages;
+};
+
+struct Outcome {
+  std::string Text;
+  EngineState State;
+  RandomGenerator Random;
+  std::vector<std::string> Messages;
+
+  friend bool operator==(const Outcome&, const Outcome&) = default;
+};
+
+std::string Describe(const Outcome& outcome) {
+  RandomGenerator random = outcome.Random;
+  return "\"" + outcome.Text + "\", remaining " + std::to_string(outcome.State.Remaining) +
+         ", replacements " + std::to_string(outcome.State.Replacements) + ", next random " +
+         std::to_string(random.Next()) + ", " + std::to_string(outcome.Messages.size()) +
+         " messages\n";
+}
+
+// What is set for all searches is set back at the end.
+class Unwatched : public ::testing::Test {
+ protected:
+  ~Unwatched() override {
+    UseSearchLevel(BestSearchLevel());
+    UsePresencePatience({});
+  }
+
+  // Both engines on the same case. True when they agree or the run never ends.
+  static bool Agree(const Filter& filter, const std::string& text, const EngineState& state,
+                    std::uint32_t seed, int most_pumps = 100) {
+    Outcome expected{text, state, RandomGenerator(seed), {}};
+    {
+      UnwatchedHost host;
+      host.MostPumps = most_pumps;
+      Filter running = filter;
+      if (naive::ApplyFilter({expected.State, expected.Random, host}, running, expected.Text,
+                             nullptr, nullptr) == RunResult::Stopped) {
+        return true;
+      }
+      expected.Messages = host.Messages;
+    }
+    ++compared_;
+    Outcome found{text, state, RandomGenerator(seed), {}};
+    UnwatchedHost host;
+    Filter running = filter;
+    const RunResult result =
+        ApplyFilter({found.State, found.Random, host}, running, found.Text, nullptr, nullptr);
+    found.Messages = host.Messages;
+    EXPECT_EQ(result, RunResult::Completed);
+    EXPECT_EQ(host.Pumps, 0);
+    if (found == expected) return true;
+    ADD_FAILURE() << testing::Describe(filter) << "on \"" << text << "\", remaining "
+                  << state.Remaining << ", seed " << seed << ": " << Describe(found) << "against "
+                  << Describe(expected);
+    return false;
+  }
+
+  static bool AgreeOnRandomCases(std::uint64_t cases) {
+    const char* seed = std::getenv("ZARVO_JUDGE_SEED");
+    const std::uint64_t first = seed == nullptr ? 1 : std::strtoull(seed, nullptr, 10);
+    for (std::uint64_t i = 0; i < cases; ++i) {
+      RandomCases random(first + i);
+      const Filter filter = random.MakeFilter();
+      if (RepeatsText(filter)) continue;
+      std::string text = random.MakeText(filter);
+      // Longer than a block of a search, now and then.
+      for (std::size_t pieces = random.Below(4) == 0 ? random.Below(12) : 0; pieces > 0; --pieces) {
+        text += random.MakeText(filter);
+      }
+      EngineState state;
+      if (random.Below(4) == 0) state.Remaining = static_cast<std::int64_t>(random.Below(20)) - 3;
+      if (!Agree(filter, text, state, static_cast<std::uint32_t>(first + i))) {
+        ADD_FAILURE() << "again with ZARVO_JUDGE_SEED=" << first + i << " ZARVO_JUDGE_CASES=1";
+        return false;
+      }
+    }
+    return true;
+  }
+
+  static std::uint64_t Cases() {
+    const char* cases = std::getenv("ZARVO_JUDGE_CASES");
+    return (cases == nullptr ? 1000000 : std::strtoull(cases, nullptr, 10)) / 4 + 1;
+  }
+
+  static inline std::uint64_t compared_ = 0;
+};
+
+TEST_F(Unwatched, AgreesAtEverySearchLevel) {
+  for (const SearchLevel level : {SearchLevel::Plain, SearchLevel::Sse2, SearchLevel::Avx2}) {
+    SCOPED_TRACE("level " + std::to_string(static_cast<int>(level)));
+    UseSearchLevel(level);
+    ASSERT_TRUE(AgreeOnRandomCases(Cases()));
+  }
+  EXPECT_GT(compared_, 0U);
+}
+
+TEST_F(Unwatched, AgreesWithAMapOfWhatTheTextHolds) {
+  UsePresencePatience({0, 0});
+  // The map is large beside these texts, hence fewer of them.
+  ASSERT_TRUE(AgreeOnRandomCases(Cases() / 50 + 1));
+}
+
+// Dense matches in texts of many blocks, which change their length in every way.
+TEST_F(Unwatched, AgreesOnLongTexts) {
+  std::string text;
+  for (int i = 0; i < 220; ++i) {
+    text += static_cast<char>('a' + (i * i + i / 7) % 5);
+    if (i % 11 == 0) text += "  ";
+    if (i > 100 && i < 180) text += '-';
+  }
+  const Function up = FunctionOf("Up", {{"a", "A"}, {"b", "BB"}, {"c", ""}, {"ab", "#"}}, 1);
+  const Set turns = SetOf("turns", {Of({Str("1")}), Of({Call("Up(1)"), Str("2")}), Of({})});
+  std::vector<Filter> filters;
+  for (const Pattern& pattern :
+       {Of({Str("a")}), Of({Str("ab")}), Of({List("abc")}), Of({NotList("a")}),
+        Of({List("ab"), Str("c")}, 1), Of({Str("a"), List("xyz")}), Of({Str("  ")}),
+        Of({NotList("b"), Str("a"), NotList("c")}), Of({Str("abcde")})}) {
+    const auto length = static_cast<std::int32_t>(pattern.Length());
+    for (const Pattern& replacement :
+         {Of({}), Of({Str("x")}), Of({Str("xy")}), Of({Call("Up(1)")}),
+          Of({Str("<"), Call("Up(1,2)"), Code(">")}), Of({Str(std::string(100, 'z'))})}) {
+      for (const int probability : {100, 50}) {
+        for (const ReplacementSource source :
+             {ReplacementSource::String, ReplacementSource::SetInSequence,
+              ReplacementSource::SetAtRandom}) {
+          Rule rule = Replace(pattern, replacement);
+          rule.SetProbability(probability);
+          rule.ReplacementSource = source;
+          rule.ReplacementSetName = "turns";
+          for (const auto& [from, to] : {std::pair<int, int>{1, length},
+                                         {length, length},
+                                         {1, 0},
+                                         {length, Rule::kInsertMode},
+                                         {0, Rule::kInsertMode},
+                                         {2, length + 3},
+                                         {-1, Rule::kInsertMode}}) {
+            rule.From = from;
+            rule.To = to;
+            // A second Rule over what the first one left.
+            filters.push_back(
+                FilterOf({rule, Replace(Of({Str("c")}), Of({Str("cc")})), rule}, {turns}, {up}));
+          }
+        }
+      }
+    }
+  }
+  for (const SearchLevel level : {SearchLevel::Plain, SearchLevel::Sse2, SearchLevel::Avx2}) {
+    UseSearchLevel(level);
+    for (std::size_t i = static_cast<std::size_t>(level); i < filters.size(); i += 2) {
+      ASSERT_TRUE(Agree(filters[i], text, {}, 7, 2000));
+    }
+  }
+  UsePresencePatience({0, 0});
+  for (std::size_t i = 0; i < filters.size(); i += 7) {
+    Filter filter = filters[i];
+    filter.Rules.InsertBefore(0, Replace(Of({Str("none")}), {}));
+    ASSERT_TRUE(Agree(filter, text, {}, 7, 2000));
+  }
+}
+
+TEST_F(Unwatched, StrictPassesRunUntilNothingIsFound) {
+  Rule rule = Replace(Of({Str("  ")}), Of({Str(" ")}));
+  rule.Strict = 1;
+  std::string text;
+  for (std::size_t i = 0; i < 60; ++i) text += "w" + std::string(i, ' ');
+  ASSERT_TRUE(Agree(FilterOf({rule}), text, {}, 1, 2000));
+}
+
+}  // namespace
+}  // namespace zarvo::testing
