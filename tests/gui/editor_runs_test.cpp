@@ -2,6 +2,7 @@
 #include <QComboBox>
 
 #include "tests/gui/editor_fixture.h"
+#include "ui/string_editor.h"
 
 namespace zarvo {
 namespace {
@@ -83,6 +84,31 @@ TEST_F(RulesRuns, WithoutAutoUpdateNothingRuns) {
   ClickIn("strictBox");
   ClickIn("newButton");
   ExpectNoMoreRuns();
+}
+
+// A pattern as the String Editor first makes it: it matches nowhere, however the rule goes on.
+TEST_F(RulesRuns, PatternOfOneEmptyStringNeitherHangsNorGrowsTheText) {
+  CountRuns();
+  auto& original = testing::Find<ByteTextEdit>(window_->Preview(), "originalEdit");
+  original.SetBytes("some words");
+  ClickIn("newButton");
+  bool opened = false;
+  testing::WithNextDialog<StringEditor>([&opened](StringEditor& dialog) {
+    opened = true;
+    testing::Click(testing::Find<QWidget>(dialog, "okButton"));
+  });
+  ClickIn("editPatternButton");
+  EXPECT_TRUE(opened);
+  ASSERT_EQ(TheFilter().Rules.Count(), 3U);
+  EXPECT_EQ(TheFilter().Rules[2].Pattern.Subpatterns, (std::vector{Str("")}));
+  TheFilter().Rules[2].Replacement = Of({Str("more")});
+  const auto& modified = testing::Find<ByteTextEdit>(window_->Preview(), "modifiedEdit");
+  for (const char* box : {"strictBox", "onceBox", "strictBox"}) {
+    ClickIn(box);
+    EXPECT_EQ(modified.Bytes(), "some words") << box;
+  }
+  ClickIn("replaceRadio");
+  EXPECT_EQ(modified.Bytes(), "some words");
 }
 
 class SetsRuns : public testing::EditorFixture {
