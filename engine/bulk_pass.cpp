@@ -78,16 +78,15 @@ BulkResult BulkPass(const RunContext& context, const Draw& draw, const PreparedP
   RandomGenerator random = context.Random;
 
   TextBuffer::Rewriting rewriting(text);
-  const char* const begin = rewriting.Begin();
-  const char* const end = rewriting.End();
-  const char* base = begin + first;  // no match starts before this
-  const char* from = base;           // nor has an anchor before this
+  const char* end = rewriting.End();
+  const char* base = rewriting.Begin() + first;  // no match starts before this
+  const char* from = base;                       // nor has an anchor before this
   BulkResult result = BulkResult::NoMatch;
   const auto distance = [](const char* low, const char* high) {
     return static_cast<std::size_t>(high - low);
   };
   while (from != end && result != BulkResult::Left) {
-    const auto [block, block_hits] = search.Next(from, end);
+    auto [block, block_hits] = search.Next(from, end);
     for (std::uint64_t hits = block_hits; hits != 0; hits &= hits - 1) {
       const char* at = block + std::countr_zero(hits);
       if (at < from || !search.Confirm(at)) continue;
@@ -96,8 +95,7 @@ BulkResult BulkPass(const RunContext& context, const Draw& draw, const PreparedP
         // A match may run past the end, where a list matches too.
         const bool fits = distance(start, end) >= length;
         if ((is_anchor_whole && fits) ||
-            pattern.MatchAt(std::string_view(begin, distance(begin, end)),
-                            distance(begin, start))) {
+            pattern.MatchAt(std::string_view(start, distance(start, end)), 0)) {
           if (!fits) {
             result = BulkResult::Left;
             break;
@@ -112,6 +110,11 @@ BulkResult BulkPass(const RunContext& context, const Draw& draw, const PreparedP
                           start + end_offset);
           }
           base = start + length;
+          if (const std::ptrdiff_t moved = rewriting.End() - end; moved != 0) {
+            end += moved;
+            base += moved;
+            block += moved;
+          }
           from = base;
           continue;
         }

@@ -9,14 +9,20 @@
 
 namespace zarvo {
 
-/// Remembers all neighbouring pairs of bytes of a text, and a hash of all that are four in a row.
-/// A Rule whose literal has a pair or four that isn't here finds nothing. What a replacement adds
-/// must be noted; what it takes away stays, which makes the map less sharp but never wrong.
+/// Remembers all neighbouring pairs of bytes of a text and, if asked to, a hash of all that are
+/// four in a row, which takes three times as long. A Rule whose literal has a pair or four that
+/// isn't here finds nothing. What a replacement adds must be noted; what it takes away stays, which
+/// makes the map less sharp but never wrong.
 class PresenceMap {
  public:
+  enum class Detail { Pairs, Fours };
+
+  /// The most bytes in a row that are remembered.
   static constexpr std::size_t kLongest = 4;
 
-  PresenceMap() : pairs_(std::size_t{1} << 16, 0), fours_(kFours, 0) {}
+  explicit PresenceMap(Detail detail);
+
+  [[nodiscard]] bool HoldsFours() const { return !fours_.empty(); }
 
   /// Adds all that the text holds.
   void Note(std::string_view text);
@@ -44,11 +50,12 @@ class PresenceMap {
   std::vector<char> fours_;
 };
 
-/// How much is searched in vain before it is worth taking down what a text holds: so many bytes,
-/// and so many times the text. Taking it down costs about as much as a dozen searches.
+/// How much is searched in vain before it is worth taking down what a text holds, first its pairs
+/// and then, if that isn't enough, its fours: so many bytes, and so many times the text. To take
+/// down the pairs costs about as much as eight searches.
 struct PresencePatience {
-  std::size_t Bytes = std::size_t{8} << 20;
-  std::size_t Texts = 12;
+  std::size_t Bytes = std::size_t{4} << 20;
+  std::size_t Texts = 8;
 };
 
 /// For tests.

@@ -248,7 +248,9 @@ SearchLevel BestSearchLevel() {
 #endif
 }
 
-void UseSearchLevel(SearchLevel level) { Level() = std::min(level, BestSearchLevel()); }
+SearchLevel UseSearchLevel(SearchLevel level) {
+  return std::exchange(Level(), std::min(level, BestSearchLevel()));
+}
 
 ByteSearch::Result ByteSearch::NextOfNothing(const ByteSearch& /*search*/, const char* /*from*/,
                                              const char* end) {

@@ -29,8 +29,8 @@ enum class SearchLevel {
 [[nodiscard]] SearchLevel BestSearchLevel();
 
 /// Makes the searches that are built from now on use this level, or the best one below it that the
-/// machine has. For tests; it is the best one at the start.
-void UseSearchLevel(SearchLevel level);
+/// machine has. Gives the one used before. For tests; it is the best one at the start.
+SearchLevel UseSearchLevel(SearchLevel level);
 
 /// How often each byte occurs in a text, estimated from parts of it. For choosing what to look for,
 /// never for what is found.

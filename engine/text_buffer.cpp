@@ -11,6 +11,12 @@ namespace {
 // are put over it.
 constexpr std::size_t kFillStep = std::size_t{256} << 10;
 
+// What a storage has beyond a text that is to be changed in it, as a part of the text. Memory that
+// isn't used costs nothing.
+constexpr std::size_t kGrowthPart = 8;
+// The least room for which moving the tail pays, as a part of the text.
+constexpr std::size_t kLeastSlidePart = 16;
+
 PresencePatience& Patience() {
   static PresencePatience patience;
   return patience;
@@ -54,6 +60,19 @@ void TextBuffer::EnlargeFront(std::size_t size) {
     PreferLargePages(front_.data(), front_.capacity());
   }
   front_.resize(std::max(size, std::min(size + kFillStep, front_.capacity())));
+}
+
+bool TextBuffer::SlideTail(std::size_t size) {
+  const std::size_t spare = front_.capacity() - head_limit_ - tail_size_;
+  const bool has_second_storage = back_.capacity() > Size() + size;
+  if (has_second_storage || Room() + spare < size || spare < Size() / kLeastSlidePart) return false;
+  front_.resize(front_.capacity());
+  const std::size_t tail_start = front_.size() - tail_size_;
+  std::memmove(front_.data() + tail_start, front_.data() + head_limit_, tail_size_);
+  head_limit_ = tail_start;
+  tail_ = front_.data() + tail_start;
+  ++tail_version_;
+  return true;
 }
 
 void TextBuffer::MakeRoom(std::size_t size) {
@@ -113,7 +132,7 @@ void TextBuffer::Rewind() {
 }
 
 void TextBuffer::Own() {
-  front_.reserve(tail_size_);
+  front_.reserve(tail_size_ + tail_size_ / kGrowthPart);
   PreferLargePages(front_.data(), front_.capacity());
   front_.assign(tail_, tail_size_);
   StandInFront(0, tail_size_);
@@ -254,10 +273,12 @@ std::string TextBuffer::Take() {
 }
 
 void TextBuffer::NoteFruitlessSearch() {
-  if (presence_ != nullptr) return;
+  if (presence_ != nullptr && presence_->HoldsFours()) return;
   fruitless_bytes_ += Size();
   if (fruitless_bytes_ < Patience().Bytes + Patience().Texts * Size()) return;
-  presence_ = std::make_unique<PresenceMap>();
+  fruitless_bytes_ = 0;
+  presence_ = std::make_unique<PresenceMap>(presence_ == nullptr ? PresenceMap::Detail::Pairs
+                                                                 : PresenceMap::Detail::Fours);
   presence_->Note(BeforeGap());
   presence_->Note(AfterGap());
   NotePresence(head_size_, 0);

@@ -6,8 +6,10 @@
 //
 // The runs may be in one storage or in two. As long as replacements don't outgrow what they
 // replace, the head grows over the bytes that the tail has left behind, in one storage. When it
-// would run into the tail it gets a storage of its own, and from there on bytes are copied from one
-// to the other; Rewind makes the copy the text of the next pass, and the two swap their roles. A
+// would run into the tail, the tail slides to the end of the storage, if that has room to speak of:
+// moving it costs less than memory that was never used. Otherwise the head gets a storage of its
+// own, and from there on bytes are copied from one to the other; Rewind makes the copy the text of
+// the next pass, and the two swap their roles. A
 // replacement as long as what it replaces is written over it. A borrowed text is only read: the
 // first change makes what it needs of it the buffer's own.
 #pragma once
@@ -33,7 +35,7 @@ class TextBuffer {
   explicit TextBuffer(std::string_view text);
   /// Works on the text itself for as long as nothing changes; it must stay as it is meanwhile.
   [[nodiscard]] static TextBuffer Borrowing(std::string_view text);
-  /// Works on the text itself.
+  /// Works on the text itself. What it has room for beyond its size the text may grow by in place.
   [[nodiscard]] static TextBuffer Owning(std::string&& text);
 
   TextBuffer(const TextBuffer&) = delete;
@@ -107,6 +109,9 @@ class TextBuffer {
   [[nodiscard]] std::size_t Room() const { return head_limit_ - head_size_; }
   // Makes that at least size, at a cost that many calls share.
   void MakeRoom(std::size_t size);
+  // Makes it at least size where the runs share a storage, by moving the tail to its end. False
+  // where that isn't possible or doesn't pay.
+  bool SlideTail(std::size_t size);
   // Makes the storage of the head at least so large; what it holds beyond the head is of no use.
   void EnlargeFront(std::size_t size);
   // The text is size bytes of the front storage from start on, with the gap before them.
@@ -140,7 +145,7 @@ class TextBuffer {
 
 /// Splices of one pass, each behind the last one. Between its making and Finish the buffer itself
 /// must not be used. Pointers into the text as it was at the start stay valid as far as they are at
-/// or behind the end of the last splice.
+/// or behind the end of the last splice, and move with End.
 class TextBuffer::Rewriting {
  public:
   explicit Rewriting(TextBuffer& buffer);
@@ -257,7 +262,10 @@ inline void TextBuffer::Splice(std::size_t cut, std::string_view inserted, std::
     const std::size_t removed = end - cut;
     // With a shared storage the removed bytes are room for the inserted ones.
     const std::size_t needed = inserted.size() + kept;
-    if (shares_storage_ ? inserted.size() > Room() + removed : needed > Room()) MakeRoom(needed);
+    if (shares_storage_ ? inserted.size() > Room() + removed && !SlideTail(inserted.size())
+                        : needed > Room()) {
+      MakeRoom(needed);
+    }
     Advance(kept);
     tail_ += removed;
     tail_size_ -= removed;

@@ -112,8 +112,10 @@ StepResult ReadAll(int descriptor, std::string& bytes) {
   bytes.clear();
   struct stat status {};
   if (::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)) {
-    // With room for the read that finds the end.
-    bytes.reserve(static_cast<std::size_t>(status.st_size) + kLeastRoom);
+    // With room for the read that finds the end, and for a text that will grow by some in its
+    // place: what isn't used costs nothing.
+    const auto size = static_cast<std::size_t>(status.st_size);
+    bytes.reserve(size + size / 8 + kLeastRoom);
     PreferLargePages(bytes.data(), bytes.capacity());
   }
   std::size_t size = 0;

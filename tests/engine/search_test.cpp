@@ -7,14 +7,15 @@
 #include <random>
 #include <vector>
 
+#include "tests/support/judge_settings.h"
+
 namespace zarvo {
 namespace {
 
-// Each test has all levels, and the best one is set back at its end.
+// Each test has all levels.
 class Search : public ::testing::TestWithParam<SearchLevel> {
  protected:
-  Search() { UseSearchLevel(GetParam()); }
-  ~Search() override { UseSearchLevel(BestSearchLevel()); }
+  Search() : level_(GetParam()) {}
 
   // All confirmed hits, asked for from each block's end.
   static std::vector<std::size_t> Hits(const ByteSearch& search, std::string_view text,
@@ -33,6 +34,9 @@ class Search : public ::testing::TestWithParam<SearchLevel> {
       from = block + ByteSearch::kBlock;
     }
   }
+
+ private:
+  testing::WithSearchLevel level_;
 };
 
 TEST_P(Search, FindsLiteralsOfEveryLengthAtEveryPlace) {

@@ -76,6 +76,21 @@ TEST(TextBuffer, MapsBytesAndCountsTheMarkedOnes) {
   EXPECT_EQ(buffer.Take(), "aXbcX");
 }
 
+TEST(TextBuffer, GrowsInPlaceWhereItsStorageHasRoom) {
+  std::string text(1000, 'a');
+  text.reserve(1200);
+  const char* place = text.data();
+  TextBuffer buffer = TextBuffer::Owning(std::move(text));
+  std::string expected;
+  for (std::size_t i = 0; i < 100; ++i) {
+    buffer.Splice(11 * i, "bb", 11 * i + 1);
+    expected += "bbaaaaaaaaa";
+  }
+  text = buffer.Take();
+  EXPECT_EQ(text, expected);
+  EXPECT_EQ(text.data(), place);
+}
+
 TEST(TextBuffer, KnowsWhatItLacksAfterSearchesInVain) {
   UsePresencePatience({0, 1});
   TextBuffer buffer("one two three");
@@ -93,11 +108,26 @@ TEST(TextBuffer, KnowsWhatItLacksAfterSearchesInVain) {
   UsePresencePatience({});
 }
 
+TEST(TextBuffer, LooksCloserWhenPairsWereNotEnough) {
+  UsePresencePatience({0, 1});
+  TextBuffer buffer("one two three");
+  buffer.NoteFruitlessSearch();
+  EXPECT_TRUE(buffer.MayHold("onee"));
+  buffer.NoteFruitlessSearch();
+  EXPECT_FALSE(buffer.MayHold("onee"));
+  EXPECT_TRUE(buffer.MayHold("one two three"));
+  buffer.Splice(3, "e", 7);
+  EXPECT_TRUE(buffer.MayHold("onee three"));
+  UsePresencePatience({});
+}
+
 // The ways in which a buffer may come by its text.
 TextBuffer BufferOf(const std::string& text, std::size_t way) {
   if (way == 0) return TextBuffer(text);
   if (way == 1) return TextBuffer::Borrowing(text);
-  return TextBuffer::Owning(std::string(text));
+  std::string own(text);
+  if (way == 3) own.reserve(text.size() + 30);
+  return TextBuffer::Owning(std::move(own));
 }
 
 TEST(TextBuffer, AgreesWithAStringOverRandomSplices) {
@@ -109,7 +139,7 @@ TEST(TextBuffer, AgreesWithAStringOverRandomSplices) {
     std::string text(up_to(seed % 2 == 0 ? 20 : 90), 'a');
     for (char& byte : text) byte = static_cast<char>('a' + up_to(25));
     const std::string original = text;
-    TextBuffer buffer = BufferOf(original, seed % 3);
+    TextBuffer buffer = BufferOf(original, seed % 4);
     for (int i = 0; i < 20 && text.size() < 500; ++i) {
       const std::size_t cut = up_to(text.size());
       const std::size_t end = up_to(text.size());

@@ -1,21 +1,19 @@
 // Runs that nobody watches, where the engine takes its short cuts, against the naive engine: every
 // search level, with and without a map of what the text holds, on random filters and texts.
-//
-// ZARVO_JUDGE_CASES and ZARVO_JUDGE_SEED are as for the judge.
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
 #include "engine/apply_filter.h"
 #include "engine/presence_map.h"
-#include "engine/search.h"
 #include "tests/support/builders.h"
 #include "tests/support/engine_case.h"
+#include "tests/support/judge_settings.h"
 #include "tests/support/naive_engine.h"
 #include "tests/support/random_filter.h"
+#include "tests/support/rules_of_every_kind.h"
 
 namespace zarvo::testing {
 namespace {
@@ -49,13 +47,11 @@ std::string Describe(const Outcome& outcome) {
          " messages\n";
 }
 
-// What is set for all searches is set back at the end.
+constexpr SearchLevel kLevels[] = {SearchLevel::Plain, SearchLevel::Sse2, SearchLevel::Avx2};
+
 class Unwatched : public ::testing::Test {
  protected:
-  ~Unwatched() override {
-    UseSearchLevel(BestSearchLevel());
-    UsePresencePatience({});
-  }
+  ~Unwatched() override { UsePresencePatience({}); }
 
   // Both engines on the same case. True when they agree or the run never ends.
   static bool Agree(const Filter& filter, const std::string& text, const EngineState& state,
@@ -73,6 +69,8 @@ class Unwatched : public ::testing::Test {
     }
     ++compared_;
     Outcome found{text, state, RandomGenerator(seed), {}};
+    // Room to grow in place, a different one for each.
+    found.Text.reserve(text.size() + seed % 7 * 40);
     UnwatchedHost host;
     Filter running = filter;
     const RunResult result =
@@ -88,8 +86,7 @@ class Unwatched : public ::testing::Test {
   }
 
   static bool AgreeOnRandomCases(std::uint64_t cases) {
-    const char* seed = std::getenv("ZARVO_JUDGE_SEED");
-    const std::uint64_t first = seed == nullptr ? 1 : std::strtoull(seed, nullptr, 10);
+    const std::uint64_t first = FirstSeed();
     for (std::uint64_t i = 0; i < cases; ++i) {
       RandomCases random(first + i);
       const Filter filter = random.MakeFilter();
@@ -109,19 +106,14 @@ class Unwatched : public ::testing::Test {
     return true;
   }
 
-  static std::uint64_t Cases() {
-    const char* cases = std::getenv("ZARVO_JUDGE_CASES");
-    return (cases == nullptr ? 1000000 : std::strtoull(cases, nullptr, 10)) / 4 + 1;
-  }
-
   static inline std::uint64_t compared_ = 0;
 };
 
 TEST_F(Unwatched, AgreesAtEverySearchLevel) {
-  for (const SearchLevel level : {SearchLevel::Plain, SearchLevel::Sse2, SearchLevel::Avx2}) {
+  for (const SearchLevel level : kLevels) {
     SCOPED_TRACE("level " + std::to_string(static_cast<int>(level)));
-    UseSearchLevel(level);
-    ASSERT_TRUE(AgreeOnRandomCases(Cases()));
+    const WithSearchLevel with_level(level);
+    ASSERT_TRUE(AgreeOnRandomCases(RandomCaseCount() / 4 + 1));
   }
   EXPECT_GT(compared_, 0U);
 }
@@ -129,7 +121,27 @@ TEST_F(Unwatched, AgreesAtEverySearchLevel) {
 TEST_F(Unwatched, AgreesWithAMapOfWhatTheTextHolds) {
   UsePresencePatience({0, 0});
   // The map is large beside these texts, hence fewer of them.
-  ASSERT_TRUE(AgreeOnRandomCases(Cases() / 50 + 1));
+  ASSERT_TRUE(AgreeOnRandomCases(RandomCaseCount() / 200 + 1));
+}
+
+// Short texts alone, and among bytes that make them reach over the blocks of a search.
+TEST_F(Unwatched, AgreesOnEveryTextWithRulesOfEveryKind) {
+  const std::string around(ByteSearch::kBlock + 3, 'z');
+  std::uint32_t seed = 0;
+  for (const SearchLevel level : kLevels) {
+    const WithSearchLevel with_level(level);
+    for (const Pattern& pattern : PatternsOfEveryKind()) {
+      for (const Rule& rule : Treatments(pattern)) {
+        const Filter filter = MakeFilter({rule, MakeRule(Of({Str("b")}), Of({Str("cc")}), 1, 1)});
+        std::string text;
+        do {
+          ++seed;
+          ASSERT_TRUE(Agree(filter, text, {}, seed));
+          ASSERT_TRUE(Agree(filter, around + text + around, {}, seed, 600));
+        } while (NextText(text, "ab", 3));
+      }
+    }
+  }
 }
 
 // Dense matches in texts of many blocks, which change their length in every way.
@@ -176,8 +188,8 @@ TEST_F(Unwatched, AgreesOnLongTexts) {
       }
     }
   }
-  for (const SearchLevel level : {SearchLevel::Plain, SearchLevel::Sse2, SearchLevel::Avx2}) {
-    UseSearchLevel(level);
+  for (const SearchLevel level : kLevels) {
+    const WithSearchLevel with_level(level);
     for (std::size_t i = static_cast<std::size_t>(level); i < filters.size(); i += 2) {
       ASSERT_TRUE(Agree(filters[i], text, {}, 7, 2000));
     }
