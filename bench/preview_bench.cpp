@@ -26,6 +26,21 @@ Filter MatchingFilter(std::size_t rules) {
   return filter;
 }
 
+// Rules that each find a piece of the text's first 4 KiB, which is there once or some times more; the
+// next one puts it back.
+Filter UsualFilter(std::size_t rules) {
+  constexpr std::size_t kPieceSize = 5;
+  constexpr std::size_t kTextSize = 4096;
+  const std::string text = SampleText(kTextSize);
+  Filter filter;
+  for (std::size_t i = 0; i < rules; ++i) {
+    const std::string piece = text.substr(i / 2 * 7919 % (kTextSize - kPieceSize), kPieceSize);
+    filter.Rules.Append(i % 2 == 0 ? Replacing(Literal(piece), Literal("<" + piece + ">"))
+                                   : Replacing(Literal("<" + piece + ">"), Literal(piece)));
+  }
+  return filter;
+}
+
 // range(0) bytes of text, and a Filter of range(1) Rules.
 void Update(benchmark::State& state, Filter (*make_filter)(std::size_t rules)) {
   Filter filter = make_filter(static_cast<std::size_t>(state.range(1)));
@@ -53,6 +68,7 @@ void Sizes(benchmark::internal::Benchmark* benchmark) {
 }
 
 BENCHMARK_CAPTURE(Update, Matching, MatchingFilter)->Apply(Sizes);
+BENCHMARK_CAPTURE(Update, Usual, UsualFilter)->Apply(Sizes);
 BENCHMARK_CAPTURE(Update, Idle, IdleFilter)->Apply(Sizes);
 
 int Main(int argc, char** argv) {

@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QPointer>
 #include <QProgressBar>
+#include <QTimer>
 #include <algorithm>
 #include <limits>
 
@@ -22,10 +23,19 @@ int Clamped(std::int64_t value) {
   return static_cast<int>(std::clamp<std::int64_t>(value, 0, std::numeric_limits<int>::max()));
 }
 
-// The toolkit's progress bar as the engine drives it.
+// The toolkit's progress bar as the engine drives it. The control paints each change at once and
+// makes its text anew, which takes longer than many a rule. So what comes soon after the last change
+// is shown only when it still holds a little later, or at the end.
 class WindowBar : public ProgressBar {
  public:
-  explicit WindowBar(QProgressBar* bar) : bar_(bar) {}
+  explicit WindowBar(QProgressBar* bar) : bar_(bar) {
+    later_.setSingleShot(true);
+    later_.setInterval(kInterval);
+    QObject::connect(&later_, &QTimer::timeout, &later_, [this] { Show(); });
+  }
+  ~WindowBar() override { Show(); }
+  WindowBar(const WindowBar&) = delete;
+  WindowBar& operator=(const WindowBar&) = delete;
 
   void SetRange(std::int64_t least, std::int64_t most) override {
     // An empty range would show a bar that is busy for ever.
@@ -33,25 +43,29 @@ class WindowBar : public ProgressBar {
   }
   void SetStep(std::int64_t step) override { step_ = step; }
   void SetPosition(std::int64_t position) override {
-    if (!bar_) return;
-    // The control paints each change at once, which takes longer than many a rule. What comes soon
-    // after the last one is painted with the other events.
-    const bool paint = !since_painted_.isValid() || since_painted_.elapsed() >= kPaintInterval;
-    if (paint) since_painted_.start();
-    if (!paint) bar_->setUpdatesEnabled(false);
-    bar_->setValue(Clamped(position));
-    if (!paint) bar_->setUpdatesEnabled(true);
+    position_ = position;
+    if (!since_shown_.isValid() || since_shown_.elapsed() >= kInterval) {
+      Show();
+    } else if (!later_.isActive()) {
+      later_.start();
+    }
   }
-  void Step() override {
-    if (bar_) SetPosition(bar_->value() + step_);
-  }
+  void Step() override { SetPosition(position_ + step_); }
   bool Exists() override { return !bar_.isNull(); }
 
  private:
-  static constexpr qint64 kPaintInterval = 20;
+  void Show() {
+    later_.stop();
+    since_shown_.start();
+    if (bar_) bar_->setValue(Clamped(position_));
+  }
+
+  static constexpr int kInterval = 20;
 
   QPointer<QProgressBar> bar_;
-  QElapsedTimer since_painted_;
+  QElapsedTimer since_shown_;
+  QTimer later_;
+  std::int64_t position_ = 0;
   std::int64_t step_ = 1;
 };
 

@@ -15,8 +15,9 @@ namespace zarvo {
 /// Marks the program as quitting and ends its event loop: with 1 when a run is in progress, else 0.
 void QuitProgram();
 
-/// Counts as a run in progress while it lives. Handles the waiting events at most every 5 ms.
-class RunPump : public RunHost {
+/// Counts as a run in progress while it lives. Handles the waiting events at most every 5 ms, and
+/// looks at the clock for that at least at every 16th call.
+class RunPump final : public RunHost {
  public:
   /// Messages of the run have this window as their parent.
   RunPump(Dialogs& dialogs, QWidget* parent);
@@ -32,6 +33,9 @@ class RunPump : public RunHost {
   Dialogs& dialogs_;
   QWidget* parent_;
   QElapsedTimer since_last_pump_;
+  qint64 elapsed_at_last_look_ = 0;
+  // Above 1 while calls come many in a millisecond.
+  int calls_until_look_ = 1;
   bool has_pumped_ = false;
 };
 
