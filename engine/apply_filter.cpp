@@ -57,25 +57,27 @@ RunResult ApplyRule(const RunContext& context, Rule rule, TextBuffer& text, cons
   const Draw draw(rule);
   Replacer replacer(context, rule, pattern.Length(), sets, functions);
   MatchFinder finder(pattern, text);
+  BulkOutcome bulk;
   bool from_start = true;
-  if (!takes_turns && !bar.IsGiven() && rule.Stop == 0 && state.Remaining >= 0) {
-    if (MapMatchedBytes(context, rule, draw, pattern, replacer, text)) {
+  if (!bar.IsGiven() && rule.Stop == 0 && state.Remaining >= 0) {
+    if (!takes_turns && MapMatchedBytes(context, rule, draw, pattern, replacer, text)) {
       return RunResult::Completed;
     }
     if (CanPassInBulk(rule, replacer)) {
-      BulkResult result = BulkResult::Done;
       do {
-        result = BulkPass(context, draw, pattern, replacer, rule, text);
-      } while (rule.Strict != 0 && result == BulkResult::Done);
-      if (result != BulkResult::Left) return RunResult::Completed;
+        bulk = BulkPass(context, draw, pattern, replacer, rule, text);
+      } while (rule.Strict != 0 && bulk.Result == BulkResult::Done);
+      if (bulk.Result < BulkResult::Left) return RunResult::Completed;
       from_start = false;
     }
   }
-  std::int64_t position = finder.Next(from_start, state);
+  bool had_turn = bulk.Result == BulkResult::HadTurn;
+  std::int64_t position = had_turn ? bulk.Position : finder.Next(from_start, state);
   while (position != PreparedPattern::kNoMatch) {
     while (position != PreparedPattern::kNoMatch) {
       if (takes_turns) {
-        const Attention attention = context.Host.Attend();
+        const Attention attention = had_turn ? bulk.Turn : context.Host.Attend();
+        had_turn = false;
         if (!attention.GoesOn) rule.Stop = 1;
         if (attention.MayHaveChanged) replacer.Forget();
       }

@@ -56,14 +56,14 @@ bool CanPassInBulk(const Rule& rule, const Replacer& replacer) {
   return rule.Once == 0 && replacer.StaysInMatch() && replacer.IsAllPrepared();
 }
 
-BulkResult BulkPass(const RunContext& context, const Draw& draw, const PreparedPattern& pattern,
-                    Replacer& replacer, const Rule& rule, TextBuffer& text) {
+BulkOutcome BulkPass(const RunContext& context, const Draw& draw, const PreparedPattern& pattern,
+                     Replacer& replacer, const Rule& rule, TextBuffer& text) {
   EngineState& state = context.State;
   const std::size_t first = TakeStart(state, text.Size());
   const std::size_t length = pattern.Length();
   if (length == 0 || !pattern.MayMatch(text)) {
     state.Remaining = 0;
-    return BulkResult::NoMatch;
+    return {};
   }
   const std::int64_t cut_offset = rule.Inserts() ? rule.From : rule.From - 1;
   const std::int64_t end_offset = rule.Inserts() ? rule.From : rule.To;
@@ -74,6 +74,7 @@ BulkResult BulkPass(const RunContext& context, const Draw& draw, const PreparedP
   const std::optional<std::string_view> constant = replacer.Constant();
   const bool is_constant = constant.has_value();
   const std::string_view fixed = constant.value_or(std::string_view());
+  const bool takes_turns = context.Host.TakesTurns();
   std::int64_t constants_put = 0;
   RandomGenerator random = context.Random;
 
@@ -81,11 +82,19 @@ BulkResult BulkPass(const RunContext& context, const Draw& draw, const PreparedP
   const char* end = rewriting.End();
   const char* base = rewriting.Begin() + first;  // no match starts before this
   const char* from = base;                       // nor has an anchor before this
-  BulkResult result = BulkResult::NoMatch;
+  BulkOutcome outcome;
   const auto distance = [](const char* low, const char* high) {
     return static_cast<std::size_t>(high - low);
   };
-  while (from != end && result != BulkResult::Left) {
+  const auto is_left = [&] { return outcome.Result >= BulkResult::Left; };
+  // What others may look at is brought up to date.
+  const auto publish = [&](std::int64_t remaining) {
+    state.Remaining = remaining;
+    state.Replacements += constants_put;
+    constants_put = 0;
+    context.Random = random;
+  };
+  while (from != end && !is_left()) {
     auto [block, block_hits] = search.Next(from, end);
     for (std::uint64_t hits = block_hits; hits != 0; hits &= hits - 1) {
       const char* at = block + std::countr_zero(hits);
@@ -97,10 +106,19 @@ BulkResult BulkPass(const RunContext& context, const Draw& draw, const PreparedP
         if ((is_anchor_whole && fits) ||
             pattern.MatchAt(std::string_view(start, distance(start, end)), 0)) {
           if (!fits) {
-            result = BulkResult::Left;
+            outcome.Result = BulkResult::Left;
             break;
           }
-          result = BulkResult::Done;
+          if (takes_turns) {
+            publish(static_cast<std::int64_t>(distance(start, end) - length));
+            outcome.Turn = context.Host.Attend();
+            if (!outcome.Turn.GoesOn || outcome.Turn.MayHaveChanged) {
+              outcome.Result = BulkResult::HadTurn;
+              base = start;
+              break;
+            }
+          }
+          outcome.Result = BulkResult::Done;
           if (draw.Replaces(random)) {
             constants_put += is_constant ? 1 : 0;
             rewriting.Put(start + cut_offset,
@@ -123,17 +141,20 @@ BulkResult BulkPass(const RunContext& context, const Draw& draw, const PreparedP
     }
     if (block_hits == 0) break;
     if (distance(block, end) <= ByteSearch::kBlock) {
-      if (result != BulkResult::Left) from = end;
+      if (!is_left()) from = end;
     } else {
       from = std::max(from, block + ByteSearch::kBlock);
     }
   }
-  state.Remaining = result == BulkResult::Left ? static_cast<std::int64_t>(distance(base, end)) : 0;
   rewriting.Finish();
-  context.Random = random;
-  state.Replacements += constants_put;
-  if (result == BulkResult::NoMatch && first == 0) text.NoteFruitlessSearch();
-  return result;
+  if (outcome.Result == BulkResult::HadTurn) {
+    // The counters and the generator are the host's doing by now.
+    outcome.Position = static_cast<std::int64_t>(text.Size() - distance(base, end));
+    return outcome;
+  }
+  publish(is_left() ? static_cast<std::int64_t>(distance(base, end)) : 0);
+  if (outcome.Result == BulkResult::NoMatch && first == 0) text.NoteFruitlessSearch();
+  return outcome;
 }
 
 }  // namespace zarvo

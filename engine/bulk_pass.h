@@ -1,10 +1,10 @@
-// Passes that nobody watches.
+// Passes in one loop.
 //
-// With a host that takes no turns, and no bar to follow the matches, nothing outside can tell one
-// match from the next: only the text, the counters and the generator that a pass leaves count. Such
-// a pass can run in one loop that holds all it needs in registers, or, where each match is one byte
-// that becomes one byte, as a table over the whole text. What doesn't fit is left to the loop that
-// serves all Rules.
+// With no bar to follow the matches, and a host that has nothing to do at a match, as it says
+// itself, nothing outside can tell one match from the next: only the text, the counters and the
+// generator that a pass leaves count. Such a pass can run in one loop that holds all it needs in
+// registers, or, where the host takes no turns and each match is one byte that becomes one byte, as
+// a table over the whole text. What doesn't fit is left to the loop that serves all Rules.
 #pragma once
 
 #include <cstdint>
@@ -34,7 +34,7 @@ class Draw {
 };
 
 /// Does all passes of the Rule and leaves nothing remaining, if each match is one byte that becomes
-/// one byte and there are many; otherwise does nothing and gives false.
+/// one byte and there are many; otherwise does nothing and gives false. The host gets no turns.
 [[nodiscard]] bool MapMatchedBytes(const RunContext& context, const Rule& rule, const Draw& draw,
                                    const PreparedPattern& pattern, Replacer& replacer,
                                    TextBuffer& text);
@@ -42,15 +42,23 @@ class Draw {
 enum class BulkResult {
   NoMatch,  ///< the pass is done; it found nothing
   Done,     ///< the pass is done
-  Left,     ///< a match was found that is none for this; the search is to go on with it
+  Left,     ///< the search is to go on, with a match that is none for this
+  HadTurn,  ///< a match was found, and in its turn the host did something
+};
+
+struct BulkOutcome {
+  BulkResult Result = BulkResult::NoMatch;
+  // After HadTurn.
+  std::int64_t Position = PreparedPattern::kNoMatch;  ///< of the match, which isn't replaced yet
+  Attention Turn;
 };
 
 /// True when BulkPass can be used for this Rule.
 [[nodiscard]] bool CanPassInBulk(const Rule& rule, const Replacer& replacer);
 
-/// A whole pass from where the search begins.
-[[nodiscard]] BulkResult BulkPass(const RunContext& context, const Draw& draw,
-                                  const PreparedPattern& pattern, Replacer& replacer,
-                                  const Rule& rule, TextBuffer& text);
+/// A whole pass from where the search begins. A host that takes turns gets one at each match.
+[[nodiscard]] BulkOutcome BulkPass(const RunContext& context, const Draw& draw,
+                                   const PreparedPattern& pattern, Replacer& replacer,
+                                   const Rule& rule, TextBuffer& text);
 
 }  // namespace zarvo

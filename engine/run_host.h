@@ -37,8 +37,9 @@ class ProgressBar {
 
 /// What came of a host's turn.
 struct Attention {
-  bool GoesOn = true;          ///< false when the program is quitting
-  bool MayHaveChanged = true;  ///< false when the Filter's lists are surely as they were
+  bool GoesOn = true;  ///< false when the program is quitting
+  /// False when the Filter's lists, the counters and the generator are surely as they were.
+  bool MayHaveChanged = true;
 };
 
 /// The program around a run. Each call may do anything to the Filter, or start another run.

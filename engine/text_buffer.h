@@ -160,10 +160,12 @@ class TextBuffer::Rewriting {
     // In one storage the gap moves along, so it needn't hold what is kept.
     const std::size_t needed = 2 * kSpare + inserted.size() + (shares_ ? 0 : kept);
     if (room < needed || static_cast<std::size_t>(end_ - cut) < kSpare) {
-      *this = PutSlowly(*this, cut, inserted, resume);
-      return;
-    }
-    if (kept <= kLongPiece) {
+      if (!shares_ || inserted.size() > room + static_cast<std::size_t>(resume - cut)) {
+        *this = PutSlowly(*this, cut, inserted, resume);
+        return;
+      }
+      if (to_ != from_) std::memmove(to_, from_, kept);
+    } else if (kept <= kLongPiece) {
       for (std::size_t i = 0; i < kept; i += kSpare) {
         char piece[kSpare];
         std::memcpy(piece, from_ + i, kSpare);

@@ -27,6 +27,9 @@ bool AgreeOnAllTexts(EngineCase engine_case, const std::string& letters, std::si
     ++texts;
     engine_case.Seed = static_cast<std::uint32_t>(texts);
     engine_case.Runs[0].Text = text;
+    // A bar shuts off the short cuts.
+    engine_case.Runs[0].HasPositionBar = texts % 2 == 0;
+    engine_case.Runs[1].HasPositionBar = texts % 2 != 0;
     const std::string difference = FindDifference(engine_case);
     if (!difference.empty()) {
       ADD_FAILURE() << difference;
