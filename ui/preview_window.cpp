@@ -4,7 +4,6 @@
 #include <QFile>
 #include <QPointer>
 #include <QProgressBar>
-#include <QTimer>
 #include <algorithm>
 #include <limits>
 
@@ -23,15 +22,13 @@ int Clamped(std::int64_t value) {
   return static_cast<int>(std::clamp<std::int64_t>(value, 0, std::numeric_limits<int>::max()));
 }
 
-// The toolkit's progress bar as the engine drives it. The control paints each change at once and
-// makes its text anew, which takes longer than many a rule. So what comes soon after the last change
-// is shown only when it still holds a little later, or at the end.
+// The toolkit's progress bar as the engine drives it. The control makes its text anew and paints
+// itself at each change, which takes longer than many a rule. So a change is shown when events are
+// handled, which is when somebody may look, and otherwise only now and then.
 class WindowBar : public ProgressBar {
  public:
-  explicit WindowBar(QProgressBar* bar) : bar_(bar) {
-    later_.setSingleShot(true);
-    later_.setInterval(kInterval);
-    QObject::connect(&later_, &QTimer::timeout, &later_, [this] { Show(); });
+  WindowBar(QProgressBar* bar, RunPump& pump) : bar_(bar) {
+    pump.BeforeEvents([this] { Show(); });
   }
   ~WindowBar() override { Show(); }
   WindowBar(const WindowBar&) = delete;
@@ -43,28 +40,21 @@ class WindowBar : public ProgressBar {
   }
   void SetStep(std::int64_t step) override { step_ = step; }
   void SetPosition(std::int64_t position) override {
+    constexpr qint64 kInterval = 20;
     position_ = position;
-    if (!since_shown_.isValid() || since_shown_.elapsed() >= kInterval) {
-      Show();
-    } else if (!later_.isActive()) {
-      later_.start();
-    }
+    if (!since_shown_.isValid() || since_shown_.elapsed() >= kInterval) Show();
   }
   void Step() override { SetPosition(position_ + step_); }
   bool Exists() override { return !bar_.isNull(); }
 
  private:
   void Show() {
-    later_.stop();
     since_shown_.start();
     if (bar_) bar_->setValue(Clamped(position_));
   }
 
-  static constexpr int kInterval = 20;
-
   QPointer<QProgressBar> bar_;
   QElapsedTimer since_shown_;
-  QTimer later_;
   std::int64_t position_ = 0;
   std::int64_t step_ = 1;
 };
@@ -95,7 +85,7 @@ void PreviewWindow::Update() {
   SetBusy(true);
   std::string text = ui_->originalEdit->Bytes();
   RunPump pump(dialogs_, this);
-  WindowBar bar(ui_->progressBar);
+  WindowBar bar(ui_->progressBar, pump);
   // Whether it was completed or stopped, the text is what is to be shown.
   static_cast<void>(
       ApplyFilter({ProcessEngineState(), ProcessRandom(), pump}, filter_, text, &bar, nullptr));

@@ -1,6 +1,7 @@
 #include "ui/run_pump.h"
 
 #include <QCoreApplication>
+#include <utility>
 
 #include "ui/byte_text.h"
 
@@ -9,6 +10,7 @@ namespace {
 
 bool is_quitting = false;
 int runs_in_progress = 0;
+qint64 pump_interval = kUsualPumpInterval;
 
 }  // namespace
 
@@ -19,10 +21,14 @@ void QuitProgram() {
   QCoreApplication::exit(runs_in_progress > 0 ? 1 : 0);
 }
 
+void UsePumpInterval(qint64 milliseconds) { pump_interval = milliseconds; }
+
 RunPump::RunPump(Dialogs& dialogs, QWidget* parent) : dialogs_(dialogs), parent_(parent) {
   ++runs_in_progress;
   since_last_pump_.start();
 }
+
+void RunPump::BeforeEvents(std::function<void()> action) { before_events_ = std::move(action); }
 
 RunPump::~RunPump() { --runs_in_progress; }
 
@@ -36,14 +42,14 @@ Attention RunPump::Attend() {
 bool RunPump::Pump() {
   if (is_quitting) return false;
   if (--calls_until_look_ > 0) return true;
-  constexpr qint64 kInterval = 5;
   const qint64 elapsed = since_last_pump_.elapsed();
   // Looking at the clock takes as long as a quick match.
   constexpr int kQuickCalls = 16;
   calls_until_look_ = elapsed == elapsed_at_last_look_ ? kQuickCalls : 1;
   elapsed_at_last_look_ = elapsed;
-  if (elapsed < kInterval) return true;
+  if (elapsed < pump_interval) return true;
   has_pumped_ = true;
+  before_events_();
   QCoreApplication::processEvents();
   since_last_pump_.start();
   elapsed_at_last_look_ = 0;
@@ -51,7 +57,9 @@ bool RunPump::Pump() {
 }
 
 void RunPump::ShowMessage(const std::string& text) {
-  if (!is_quitting) dialogs_.RunMessage(parent_, FromBytes(text));
+  if (is_quitting) return;
+  before_events_();
+  dialogs_.RunMessage(parent_, FromBytes(text));
 }
 
 }  // namespace zarvo

@@ -12,6 +12,7 @@
 #include "tests/gui/main_window_fixture.h"
 #include "tests/support/builders.h"
 #include "ui/preview_window.h"
+#include "ui/run_pump.h"
 
 namespace zarvo {
 namespace {
@@ -102,11 +103,17 @@ class PaintCounter : public QObject {
 class BusyRunTest : public testing::MainWindowFixture {
  protected:
   void SetUp() override {
+    // A quick machine is to see each rule at work too.
+    UsePumpInterval(1);
     ProcessEngineState() = {};
     TheFilter() = SlowFilter();
     window_->RefreshFields();
     ClickOn("showPreviewButton");
     Original().SetBytes(LongText());
+  }
+  void TearDown() override {
+    UsePumpInterval(kUsualPumpInterval);
+    MainWindowFixture::TearDown();
   }
 
   PreviewWindow& Preview() { return window_->Preview(); }
