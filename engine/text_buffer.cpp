@@ -11,10 +11,10 @@ namespace {
 // are put over it.
 constexpr std::size_t kFillStep = std::size_t{256} << 10;
 
-// What a storage has beyond a text that is to be changed in it, as a part of the text. Memory that
-// isn't used costs nothing.
-constexpr std::size_t kGrowthPart = 8;
-// The least room for which moving the tail pays, as a part of the text.
+// Parts of a text: what a storage has beyond it, when it is to be changed in it, as memory that
+// isn't used costs nothing; how far the tail slides, and the least for which that pays.
+constexpr std::size_t kSparePart = 4;
+constexpr std::size_t kSlidePart = 8;
 constexpr std::size_t kLeastSlidePart = 16;
 
 PresencePatience& Patience() {
@@ -63,14 +63,17 @@ void TextBuffer::EnlargeFront(std::size_t size) {
 }
 
 bool TextBuffer::SlideTail(std::size_t size) {
-  const std::size_t spare = front_.capacity() - head_limit_ - tail_size_;
+  const std::size_t end = head_limit_ + tail_size_;
+  const std::size_t distance =
+      std::min(front_.capacity() - end, std::max(size, Size() / kSlidePart));
   const bool has_second_storage = back_.capacity() > Size() + size;
-  if (has_second_storage || Room() + spare < size || spare < Size() / kLeastSlidePart) return false;
-  front_.resize(front_.capacity());
-  const std::size_t tail_start = front_.size() - tail_size_;
-  std::memmove(front_.data() + tail_start, front_.data() + head_limit_, tail_size_);
-  head_limit_ = tail_start;
-  tail_ = front_.data() + tail_start;
+  if (has_second_storage || Room() + distance < size || distance < Size() / kLeastSlidePart) {
+    return false;
+  }
+  if (front_.size() < end + distance) front_.resize(end + distance);
+  std::memmove(front_.data() + head_limit_ + distance, front_.data() + head_limit_, tail_size_);
+  head_limit_ += distance;
+  tail_ = front_.data() + head_limit_;
   ++tail_version_;
   return true;
 }
@@ -132,7 +135,7 @@ void TextBuffer::Rewind() {
 }
 
 void TextBuffer::Own() {
-  front_.reserve(tail_size_ + tail_size_ / kGrowthPart);
+  front_.reserve(tail_size_ + tail_size_ / kSparePart);
   PreferLargePages(front_.data(), front_.capacity());
   front_.assign(tail_, tail_size_);
   StandInFront(0, tail_size_);

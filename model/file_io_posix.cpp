@@ -115,7 +115,7 @@ StepResult ReadAll(int descriptor, std::string& bytes) {
     // With room for the read that finds the end, and for a text that will grow by some in its
     // place: what isn't used costs nothing.
     const auto size = static_cast<std::size_t>(status.st_size);
-    bytes.reserve(size + size / 8 + kLeastRoom);
+    bytes.reserve(size + size / 4 + kLeastRoom);
     PreferLargePages(bytes.data(), bytes.capacity());
   }
   std::size_t size = 0;
