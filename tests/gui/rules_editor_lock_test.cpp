@@ -1,8 +1,7 @@
-#include <QComboBox>
 #include <QRadioButton>
 #include <map>
 
-#include "tests/gui/editor_fixture.h"
+#include "tests/gui/rules_editor_fixture.h"
 #include "ui/range_slider.h"
 #include "ui/string_editor.h"
 
@@ -10,6 +9,7 @@ namespace zarvo {
 namespace {
 
 using testing::BytesOf;
+using testing::Called;
 using testing::FilterOf;
 using testing::FromSet;
 using testing::Insert;
@@ -17,11 +17,6 @@ using testing::Of;
 using testing::Replace;
 using testing::SetOf;
 using testing::Str;
-
-Rule Called(const char* name, Rule rule) {
-  rule.Name = name;
-  return rule;
-}
 
 // One of these for each kind of rule stands in the middle of three.
 zarvo::Filter Around(const Rule& rule) {
