@@ -10,6 +10,7 @@
 
 #include "engine/run_host.h"
 #include "tests/gui/main_window_fixture.h"
+#include "tests/gui/paint_counter.h"
 #include "tests/support/builders.h"
 #include "ui/preview_window.h"
 #include "ui/run_pump.h"
@@ -19,6 +20,7 @@ namespace {
 
 using testing::Find;
 using testing::Of;
+using testing::PaintCounter;
 using testing::Replace;
 using testing::Str;
 
@@ -86,19 +88,6 @@ Filter SlowFilter() {
        testing::SetOf("Digits of u", {Of({Str("3")}), Of({Str("4")})})},
       {testing::FunctionOf("Other", {}), testing::FunctionOf("Digit", {{"r", "5"}})});
 }
-
-// Counts the paint events of a control.
-class PaintCounter : public QObject {
- public:
-  explicit PaintCounter(QWidget& control) { control.installEventFilter(this); }
-  int Paints = 0;
-
- protected:
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() == QEvent::Paint) ++Paints;
-    return QObject::eventFilter(watched, event);
-  }
-};
 
 class BusyRunTest : public testing::MainWindowFixture {
  protected:

@@ -167,12 +167,13 @@ class EditorFixture : public MainWindowFixture {
     ClickOn("autoUpdateBox");
     ExpectNoMoreRuns();
   }
-  void ExpectRuns(int count) {
+  /// While the message of each is shown, meanwhile is called.
+  void ExpectRuns(int count, const std::function<void()>& meanwhile = {}) {
     for (int i = 0; i < count; ++i) {
       dialogs_.ExpectMessage(
           MessageIcon::Stop,
           "DEBUG: Incorrect function call: \"Tell(1)\" - function \"Tell\" dosn't exist.",
-          MessageButtons::Ok, Answer::Ok);
+          MessageButtons::Ok, Answer::Ok, meanwhile);
     }
   }
   void ExpectNoMoreRuns() {

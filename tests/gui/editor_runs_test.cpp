@@ -2,6 +2,7 @@
 #include <QComboBox>
 
 #include "tests/gui/editor_fixture.h"
+#include "tests/gui/paint_counter.h"
 #include "ui/string_editor.h"
 
 namespace zarvo {
@@ -76,6 +77,23 @@ TEST_F(RulesRuns, ARefusedChangeReloadsAndSoIsOne) {
   ExpectRunsOf([this] { ClickIn("deleteButton"); }, 0);
   ExpectRunsOf([this] { ClickIn("importButton"); }, 0);
   ExpectRunsOf([this] { ClickIn("moveLeftButton"); }, 1);
+}
+
+// The run begins within the click, before the box would be painted by itself.
+TEST_F(RulesRuns, ABoxShowsItsStateInTheRunThatItStarts) {
+  CountRuns();
+  for (const char* name : {"strictBox", "onceBox"}) {
+    for (const bool checked : {true, false}) {
+      Settle();
+      const testing::PaintCounter counter(In(name), [&] { return IsChecked(name) == checked; });
+      int paints_before_run = 0;
+      ExpectRuns(1, [&] { paints_before_run = counter.Paints; });
+      ClickIn(name);
+      EXPECT_EQ(IsChecked(name), checked);
+      EXPECT_GT(paints_before_run, 0) << name;
+      ExpectNoMoreRuns();
+    }
+  }
 }
 
 TEST_F(RulesRuns, WithoutAutoUpdateNothingRuns) {
