@@ -6,46 +6,15 @@
 #include <string>
 #include <vector>
 
-#include "engine/apply_filter.h"
 #include "engine/presence_map.h"
 #include "tests/support/builders.h"
-#include "tests/support/engine_case.h"
 #include "tests/support/judge_settings.h"
-#include "tests/support/naive_engine.h"
 #include "tests/support/random_filter.h"
 #include "tests/support/rules_of_every_kind.h"
+#include "tests/support/unwatched_run.h"
 
 namespace zarvo::testing {
 namespace {
-
-// Takes no turns. The judge is told to stop where the real engine would go on for ever.
-class UnwatchedHost : public RunHost {
- public:
-  bool Pump() override { return ++Pumps <= MostPumps; }
-  void ShowMessage(const std::string& text) override { Messages.push_back(text); }
-  [[nodiscard]] bool TakesTurns() const override { return false; }
-
-  int MostPumps = 100;
-  int Pumps = 0;
-  std::vector<std::string> Messages;
-};
-
-struct Outcome {
-  std::string Text;
-  EngineState State;
-  RandomGenerator Random;
-  std::vector<std::string> Messages;
-
-  friend bool operator==(const Outcome&, const Outcome&) = default;
-};
-
-std::string Describe(const Outcome& outcome) {
-  RandomGenerator random = outcome.Random;
-  return "\"" + outcome.Text + "\", remaining " + std::to_string(outcome.State.Remaining) +
-         ", replacements " + std::to_string(outcome.State.Replacements) + ", next random " +
-         std::to_string(random.Next()) + ", " + std::to_string(outcome.Messages.size()) +
-         " messages\n";
-}
 
 constexpr SearchLevel kLevels[] = {SearchLevel::Plain, SearchLevel::Sse2, SearchLevel::Avx2};
 
@@ -56,32 +25,10 @@ class Unwatched : public ::testing::Test {
   // Both engines on the same case. True when they agree or the run never ends.
   static bool Agree(const Filter& filter, const std::string& text, const EngineState& state,
                     std::uint32_t seed, int most_pumps = 100) {
-    Outcome expected{text, state, RandomGenerator(seed), {}};
-    {
-      UnwatchedHost host;
-      host.MostPumps = most_pumps;
-      Filter running = filter;
-      if (naive::ApplyFilter({expected.State, expected.Random, host}, running, expected.Text,
-                             nullptr, nullptr) == RunResult::Stopped) {
-        return true;
-      }
-      expected.Messages = host.Messages;
-    }
-    ++compared_;
-    Outcome found{text, state, RandomGenerator(seed), {}};
-    // Room to grow in place, a different one for each.
-    found.Text.reserve(text.size() + seed % 7 * 40);
-    UnwatchedHost host;
-    Filter running = filter;
-    const RunResult result =
-        ApplyFilter({found.State, found.Random, host}, running, found.Text, nullptr, nullptr);
-    found.Messages = host.Messages;
-    EXPECT_EQ(result, RunResult::Completed);
-    EXPECT_EQ(host.Pumps, 0);
-    if (found == expected) return true;
-    ADD_FAILURE() << testing::Describe(filter) << "on \"" << text << "\", remaining "
-                  << state.Remaining << ", seed " << seed << ": " << Describe(found) << "against "
-                  << Describe(expected);
+    const UnwatchedComparison comparison = CompareUnwatched(filter, text, state, seed, most_pumps);
+    compared_ += comparison.IsMade ? 1 : 0;
+    if (comparison.Difference.empty()) return true;
+    ADD_FAILURE() << comparison.Difference;
     return false;
   }
 
