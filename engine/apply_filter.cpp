@@ -55,11 +55,11 @@ RunResult ApplyRule(const RunContext& context, Rule rule, TextBuffer& text, cons
 
   const bool takes_turns = context.Host.TakesTurns();
   const Draw draw(rule);
-  Replacer replacer(context, rule, pattern.Length(), sets, functions);
+  Replacer replacer(context, rule, pattern.Length(), text.Size(), sets, functions);
   MatchFinder finder(pattern, text);
   BulkOutcome bulk;
   bool from_start = true;
-  if (!bar.IsGiven() && rule.Stop == 0 && state.Remaining >= 0) {
+  if (!bar.IsGiven() && rule.Stop == 0) {
     if (!takes_turns && MapMatchedBytes(context, rule, draw, pattern, replacer, text)) {
       return RunResult::Completed;
     }
@@ -103,9 +103,11 @@ RunResult ApplyRule(const RunContext& context, Rule rule, TextBuffer& text, cons
 RunResult ApplyFilter(const RunContext& context, Filter& filter, std::string& text,
                       ProgressBar* rule_bar, ProgressBar* position_bar) {
   filter.Applying = 1;
-  // Where nothing can stop the run, the text needn't be kept.
+  // Where nothing can stop the run, the text needn't be kept. A bar is a window, in which somebody
+  // may do so.
+  const bool can_stop = context.Host.TakesTurns() || rule_bar != nullptr || position_bar != nullptr;
   TextBuffer working_text =
-      context.Host.TakesTurns() ? TextBuffer::Borrowing(text) : TextBuffer::Owning(std::move(text));
+      can_stop ? TextBuffer::Borrowing(text) : TextBuffer::Owning(std::move(text));
   filter.Cancel = 0;
   if (rule_bar != nullptr) {
     rule_bar->SetRange(0, static_cast<std::int64_t>(filter.Rules.Count()));

@@ -4,7 +4,8 @@
 // itself, nothing outside can tell one match from the next: only the text, the counters and the
 // generator that a pass leaves count. Such a pass can run in one loop that holds all it needs in
 // registers, or, where the host takes no turns and each match is one byte that becomes one byte, as
-// a table over the whole text. What doesn't fit is left to the loop that serves all Rules.
+// a table over the whole text. What doesn't fit, and the rest of a pass in which the host did
+// something, is left to the loop that serves all Rules.
 #pragma once
 
 #include <cstdint>

@@ -23,4 +23,11 @@ std::string_view FunctionTable::ValueOfOther(std::string_view argument) const {
   return otherwise_.data() == nullptr ? argument : otherwise_;
 }
 
+const FunctionTable* FunctionTables::Of(const Function& function) {
+  const auto known = tables_.find(&function);
+  if (known != tables_.end()) return &known->second;
+  if (tables_.size() == kMost) return nullptr;
+  return &tables_.try_emplace(&function, function).first->second;
+}
+
 }  // namespace zarvo

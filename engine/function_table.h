@@ -1,7 +1,8 @@
-// A Function made ready for many calls.
+// Functions made ready for many calls.
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <string_view>
 #include <unordered_map>
 
@@ -31,6 +32,21 @@ class FunctionTable {
   std::array<std::string_view, 256> of_byte_;
   std::string_view otherwise_;
   std::unordered_map<std::string_view, std::string_view> of_others_;
+};
+
+/// One table for each Function that is asked for, however many calls there are of it.
+class FunctionTables {
+ public:
+  /// Valid as long as this lives. Null when there are so many already that they would take more
+  /// memory than they are worth: a table is far larger than a Function may be.
+  [[nodiscard]] const FunctionTable* Of(const Function& function);
+
+  void Clear() { tables_.clear(); }
+
+ private:
+  static constexpr std::size_t kMost = 256;
+
+  std::unordered_map<const Function*, FunctionTable> tables_;
 };
 
 }  // namespace zarvo

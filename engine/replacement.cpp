@@ -131,7 +131,8 @@ void SpliceReplacement(const Rule& rule, TextBuffer& text, std::size_t position,
 }
 
 std::optional<PreparedString> PreparedString::Prepare(const Pattern& string,
-                                                      const FunctionList& functions) {
+                                                      const FunctionList& functions,
+                                                      FunctionTables& tables) {
   PreparedString prepared;
   for (const Subpattern& part : string.Subpatterns) {
     switch (part.Kind) {
@@ -143,9 +144,9 @@ std::optional<PreparedString> PreparedString::Prepare(const Pattern& string,
         if (parts.Fault != nullptr) return {};
         const Function* function = functions.Find(parts.Name);
         if (function == nullptr) return {};
-        prepared.calls_.push_back(
-            {prepared.fixed_.size(), parts.First, parts.Length, prepared.tables_.size()});
-        prepared.tables_.emplace_back(*function);
+        const FunctionTable* table = tables.Of(*function);
+        if (table == nullptr) return {};
+        prepared.calls_.push_back({prepared.fixed_.size(), parts.First, parts.Length, table});
         break;
       }
       default:
@@ -159,7 +160,7 @@ std::optional<PreparedString> PreparedString::Prepare(const Pattern& string,
 std::string_view PreparedString::ComposeCalls(std::string_view match) {
   if (calls_.size() == 1 && fixed_.empty()) {
     const std::string_view argument = ArgumentOf(match, calls_[0].First, calls_[0].Length);
-    const std::string_view value = tables_[calls_[0].Table].Value(argument);
+    const std::string_view value = calls_[0].Table->Value(argument);
     if (value.data() != argument.data()) return value;
     composed_ = value;
     return composed_;
@@ -169,14 +170,14 @@ std::string_view PreparedString::ComposeCalls(std::string_view match) {
   for (const Call& call : calls_) {
     composed_.append(fixed_, done, call.At - done);
     done = call.At;
-    composed_ += tables_[call.Table].Value(ArgumentOf(match, call.First, call.Length));
+    composed_ += call.Table->Value(ArgumentOf(match, call.First, call.Length));
   }
   composed_.append(fixed_, done);
   return composed_;
 }
 
 Replacer::Replacer(const RunContext& context, const Rule& rule, std::size_t match_length,
-                   const SetList& sets, const FunctionList& functions)
+                   std::size_t text_size, const SetList& sets, const FunctionList& functions)
     : context_(context),
       rule_(rule),
       match_length_(match_length),
@@ -185,20 +186,30 @@ Replacer::Replacer(const RunContext& context, const Rule& rule, std::size_t matc
       stays_in_match_(StaysInside(rule, match_length)),
       keeps_string_(rule.ReplacementSource == ReplacementSource::String &&
                     !CallsFunctions(rule.Replacement)) {
-  if (keeps_string_ || !context.Host.TakesTurns()) Prepare();
+  // Where there are many strings and few places for them, they are prepared when it pays.
+  constexpr std::size_t kFewStrings = 64;
+  constexpr std::size_t kBytesOfAString = 64;
+  const bool is_soon_worth_it = StringCount() <= kFewStrings + text_size / kBytesOfAString;
+  if (keeps_string_ || (!context.Host.TakesTurns() && is_soon_worth_it)) Prepare();
+}
+
+std::size_t Replacer::StringCount() const {
+  if (!rule_.DrawsFromSet()) return 1;
+  const Set* set = sets_.Find(rule_.ReplacementSetName);
+  return set == nullptr ? 0 : set->Strings.size();
 }
 
 void Replacer::Prepare() {
   is_prepared_ = true;
   if (!rule_.DrawsFromSet()) {
-    strings_.push_back(PreparedString::Prepare(rule_.Replacement, functions_));
+    strings_.push_back(PreparedString::Prepare(rule_.Replacement, functions_, tables_));
     return;
   }
   set_ = sets_.Find(rule_.ReplacementSetName);
   if (set_ == nullptr) return;
   strings_.reserve(set_->Strings.size());
   for (const Pattern& string : set_->Strings) {
-    strings_.push_back(PreparedString::Prepare(string, functions_));
+    strings_.push_back(PreparedString::Prepare(string, functions_, tables_));
   }
 }
 
@@ -207,6 +218,7 @@ void Replacer::Drop() {
   is_prepared_ = false;
   set_ = nullptr;
   strings_.clear();
+  tables_.Clear();
 }
 
 bool Replacer::IsAllPrepared() const {
@@ -239,7 +251,7 @@ void Replacer::PutIn(TextBuffer& text, std::size_t position, const Pattern& stri
 }
 
 ReplaceResult Replacer::Replace(TextBuffer& text, std::size_t position) {
-  if (!is_prepared_ && ++unchanged_matches_ > 1) Prepare();
+  if (!is_prepared_ && ++unchanged_matches_ > StringCount()) Prepare();
   std::int64_t& made = context_.State.Replacements;
   if (rule_.ReplacementSource == ReplacementSource::String) {
     if (made != 0 && rule_.Once != 0) return ReplaceResult::StopPass;

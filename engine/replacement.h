@@ -36,13 +36,15 @@ namespace zarvo {
 void SpliceReplacement(const Rule& rule, TextBuffer& text, std::size_t position,
                        std::string_view replacement);
 
-/// A composed string made ready for many matches. Refers to the string and to the Functions that
-/// it calls.
+/// A composed string made ready for many matches. Refers to the tables of the Functions that it
+/// calls.
 class PreparedString {
  public:
-  /// Nothing when a call of it is faulty: each match then has to show the message anew.
+  /// Nothing when a call of it is faulty, as each match then has to show the message anew, or when
+  /// there are no more tables.
   [[nodiscard]] static std::optional<PreparedString> Prepare(const Pattern& string,
-                                                             const FunctionList& functions);
+                                                             const FunctionList& functions,
+                                                             FunctionTables& tables);
 
   [[nodiscard]] bool NeedsMatch() const { return !calls_.empty(); }
   [[nodiscard]] std::string_view Fixed() const { return fixed_; }
@@ -55,14 +57,13 @@ class PreparedString {
     std::size_t At;  // how much of the fixed bytes stands before the result
     std::size_t First;
     std::size_t Length;
-    std::size_t Table;
+    const FunctionTable* Table;
   };
 
   [[nodiscard]] std::string_view ComposeCalls(std::string_view match);
 
   std::string fixed_;
   std::vector<Call> calls_;
-  std::vector<FunctionTable> tables_;
   std::string composed_;
 };
 
@@ -72,14 +73,15 @@ enum class ReplaceResult {
 };
 
 /// Replaces the matches of one Rule's run. Sets and Functions are taken as they are at each match.
-/// What is prepared of them serves only while the host says that nothing changes, and only from the
-/// second match on that finds them unchanged: where they may change at each match it wouldn't pay.
+/// What is prepared of them serves only while the host says that nothing changes, and only when as
+/// many matches found them unchanged as there are strings: before that it might never pay.
 class Replacer {
  public:
   /// All must outlive the replacer, and the Rule must stay as it is. Counts in
-  /// context.State.Replacements, which must be 0 when the Rule's run begins.
+  /// context.State.Replacements, which must be 0 when the Rule's run begins. The size of the text
+  /// says how many matches there may be.
   Replacer(const RunContext& context, const Rule& rule, std::size_t match_length,
-           const SetList& sets, const FunctionList& functions);
+           std::size_t text_size, const SetList& sets, const FunctionList& functions);
 
   /// To be called when the lists may have changed.
   void Forget() {
@@ -112,6 +114,8 @@ class Replacer {
   [[nodiscard]] std::optional<std::string> ByteMap(const std::string& matched_bytes);
 
  private:
+  // How many strings the Rule has to choose from.
+  [[nodiscard]] std::size_t StringCount() const;
   void Prepare();
   void Drop();
   // Puts one string in; index is that of a Set's string.
@@ -127,6 +131,7 @@ class Replacer {
   std::size_t unchanged_matches_ = 0;
   bool is_prepared_ = false;
   const Set* set_ = nullptr;
+  FunctionTables tables_;
   // The Rule's own string, or those of the Set.
   std::vector<std::optional<PreparedString>> strings_;
 };

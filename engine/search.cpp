@@ -167,6 +167,7 @@ struct SearchKernels {
     const char* stop = LiteralEnd(search, from, end);
     const __m256i first = _mm256_set1_epi8(search.first_byte_);
     const __m256i second = _mm256_set1_epi8(search.second_byte_);
+    if (Between(from, stop) < kBlock) return PlainLiteral(search, from, end);
     const char* first_at = from + search.first_offset_;
     const char* second_at = from + search.second_offset_;
     for (; Between(from, stop) >= kBlock; from += kBlock) {

@@ -56,8 +56,7 @@ void TextBuffer::StandInFront(std::size_t start, std::size_t size) {
 void TextBuffer::EnlargeFront(std::size_t size) {
   if (front_.capacity() < size) {
     // Room for twice the text costs nothing before it is filled.
-    front_.reserve(std::max(size, 2 * Size()) + kSpare);
-    PreferLargePages(front_.data(), front_.capacity());
+    ReserveLarge(front_, size + kSpare, std::max(size, 2 * Size()) + kSpare);
   }
   front_.resize(std::max(size, std::min(size + kFillStep, front_.capacity())));
 }
@@ -86,6 +85,8 @@ void TextBuffer::MakeRoom(std::size_t size) {
     tail_ = back_.data() + tail_start;
     shares_storage_ = false;
     ++tail_version_;
+    // What another pass left there is of no use.
+    if (front_.capacity() < head_size_ + size) front_.clear();
     if (front_.size() < head_size_ + size) EnlargeFront(head_size_ + size);
     std::memcpy(front_.data(), back_.data(), head_size_);
   } else if (front_.size() < head_size_ + size) {
@@ -135,8 +136,7 @@ void TextBuffer::Rewind() {
 }
 
 void TextBuffer::Own() {
-  front_.reserve(tail_size_ + tail_size_ / kSparePart);
-  PreferLargePages(front_.data(), front_.capacity());
+  ReserveLarge(front_, tail_size_, tail_size_ + tail_size_ / kSparePart);
   front_.assign(tail_, tail_size_);
   StandInFront(0, tail_size_);
 }
@@ -170,13 +170,6 @@ void TextBuffer::RepeatingSplice(std::size_t cut, std::string_view inserted, std
 
 TextBuffer::Rewriting::Rewriting(TextBuffer& buffer) : buffer_(&buffer) {
   buffer.Rewind();
-  if (buffer.is_borrowed_) buffer.Own();
-  if (buffer.shares_storage_ && buffer.front_.capacity() < kSpare) {
-    // Pointers are to stay valid when storages swap: what lies in the string itself would move.
-    const std::size_t start = buffer.head_limit_;
-    buffer.front_.reserve(kSpare);
-    buffer.StandInFront(start, buffer.tail_size_);
-  }
   Load();
 }
 

@@ -78,7 +78,7 @@ class TextBuffer {
   /// Those of the text as it was at the first question; of prose, where the text is short.
   [[nodiscard]] const ByteFrequencies& Frequencies();
 
-  /// A pass from left to right over the whole text, which the buffer must own. See below.
+  /// A pass from left to right over the whole text. See below.
   class Rewriting;
 
   /// The whole text; the buffer is empty afterwards.

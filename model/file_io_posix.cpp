@@ -10,6 +10,8 @@
 #include <charconv>
 #include <cstring>
 #include <filesystem>
+#include <new>
+#include <stdexcept>
 #include <system_error>
 #include <utility>
 
@@ -106,17 +108,17 @@ StepResult WriteStream(int descriptor, std::string_view bytes) {
   return {};
 }
 
-StepResult ReadAll(int descriptor, std::string& bytes) {
+// Throws std::bad_alloc or std::length_error where the bytes are more than the memory.
+StepResult ReadToEnd(int descriptor, std::string& bytes) {
   constexpr std::size_t kLeastRoom = 64 << 10;
   constexpr std::size_t kReadStep = 256 << 10;
   bytes.clear();
   struct stat status {};
   if (::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)) {
     // With room for the read that finds the end, and for a text that will grow by some in its
-    // place: what isn't used costs nothing.
-    const auto size = static_cast<std::size_t>(status.st_size);
-    bytes.reserve(size + size / 4 + kLeastRoom);
-    PreferLargePages(bytes.data(), bytes.capacity());
+    // place.
+    const std::size_t least = static_cast<std::size_t>(status.st_size) + kLeastRoom;
+    ReserveLarge(bytes, least, least + least / 4);
   }
   std::size_t size = 0;
   while (true) {
@@ -134,6 +136,16 @@ StepResult ReadAll(int descriptor, std::string& bytes) {
     if (got < 0) return Failure{"read", error};
     if (got == 0) return {};
   }
+}
+
+StepResult ReadAll(int descriptor, std::string& bytes) {
+  try {
+    return ReadToEnd(descriptor, bytes);
+  } catch (const std::bad_alloc&) {
+  } catch (const std::length_error&) {
+  }
+  bytes = {};
+  return Failure{"read", ENOMEM};
 }
 
 StepResult SynchroniseFolder(const std::string& folder) {

@@ -1,10 +1,13 @@
 #include <sys/mman.h>
 
 #include <memory>
+#include <new>
+#include <stdexcept>
 
 #include "model/large_pages.h"
 
 namespace zarvo {
+namespace {
 
 void PreferLargePages([[maybe_unused]] void* start, [[maybe_unused]] std::size_t size) {
 #ifdef MADV_HUGEPAGE
@@ -16,6 +19,24 @@ void PreferLargePages([[maybe_unused]] void* start, [[maybe_unused]] std::size_t
     ::madvise(first, left / kLargePage * kLargePage, MADV_HUGEPAGE);
   }
 #endif
+}
+
+bool CanReserve(std::string& bytes, std::size_t size) {
+  try {
+    bytes.reserve(size);
+    return true;
+  } catch (const std::bad_alloc&) {
+    return false;
+  } catch (const std::length_error&) {
+    return false;
+  }
+}
+
+}  // namespace
+
+void ReserveLarge(std::string& bytes, std::size_t least, std::size_t most) {
+  if (!CanReserve(bytes, most)) bytes.reserve(least);
+  PreferLargePages(bytes.data(), bytes.capacity());
 }
 
 }  // namespace zarvo

@@ -383,6 +383,26 @@ TEST_F(Commands, FullStandardOutputIsAnError) {
   EXPECT_EQ(run.Errors, "zarvo: standard output: can't write: No space left on device\n");
 }
 
+// A sanitizer takes more addresses than such a limit leaves.
+#if !defined(__SANITIZE_ADDRESS__)
+TEST_F(Commands, FileLargerThanTheMemoryIsAnError) {
+  const std::string text = folder_.Write("text", "");
+  const std::string apply = std::string(ZARVO_PROGRAM) + " apply " + SimpleFilter() + " " + text;
+  const auto apply_with = [&](const char* kibibytes) {
+    return Execute("/bin/sh", {"-c", std::string("ulimit -v ") + kibibytes + " && " + apply +
+                                         " | wc -c && exit 0"});
+  };
+  constexpr std::uintmax_t kSize = std::uintmax_t{300} << 20;
+  std::filesystem::resize_file(text, kSize);
+  EXPECT_EQ(apply_with("200000").Errors,
+            "zarvo: " + text + ": can't read: Cannot allocate memory\n");
+  // Enough for the bytes, not for what they are to have beside them.
+  const Execution run = apply_with("360000");
+  EXPECT_EQ(run.Errors, "");
+  EXPECT_EQ(std::stoull(run.Output), kSize);
+}
+#endif
+
 TEST_F(Commands, WrongUsageEndsWith2AndIsExplained) {
   for (const std::vector<std::string>& arguments :
        std::vector<std::vector<std::string>>{{},

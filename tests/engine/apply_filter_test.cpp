@@ -269,6 +269,21 @@ TEST(Cancel, OfABarWhoseWindowIsGoneLeavesItAlone) {
   EXPECT_EQ(bar.Calls, (Calls{"range 0 1", "step 1", "position 0", "exists"}));
 }
 
+TEST(Cancel, AtAStepOfTheBarLeavesTheTextThoughTheHostTakesNoTurns) {
+  class RestingHost : public RunHost {
+   public:
+    [[nodiscard]] bool TakesTurns() const override { return false; }
+  } host;
+  Filter filter = FilterOf({Literal("a", "b"), Literal("b", "c")});
+  Engine engine;
+  RecordingBar bar;
+  bar.OnStep = [&] { CancelRun(filter); };
+  std::string text = "a long enough text";
+  EXPECT_EQ(ApplyFilter({engine.State, engine.Random, host}, filter, text, &bar, nullptr),
+            RunResult::Stopped);
+  EXPECT_EQ(text, "a long enough text");
+}
+
 TEST(StopFlag, FoundSetStopsTheRunAtTheNextMatch) {
   Filter filter = FilterOf({Literal("a", "b"), Literal("b", "c"), Literal("c", "d")});
   Engine engine;

@@ -91,6 +91,37 @@ TEST(TextBuffer, GrowsInPlaceWhereItsStorageHasRoom) {
   EXPECT_EQ(text.data(), place);
 }
 
+// Whole vectors are copied only where that many bytes are: a sanitizer sees what is read beyond.
+TEST(TextBuffer, RewritingReadsNothingBehindTheText) {
+  for (std::size_t size = 100; size < 200; ++size) {
+    std::string text(size, 'a');
+    text.shrink_to_fit();
+    TextBuffer buffer = TextBuffer::Owning(std::move(text));
+    TextBuffer::Rewriting rewriting(buffer);
+    const char* at = rewriting.Begin();
+    for (std::size_t i = 0; i + 3 <= size; i += 3) rewriting.Put(at + i + 1, {}, at + i + 3);
+    rewriting.Finish();
+    EXPECT_EQ(buffer.Take(), std::string(size / 3 + size % 3, 'a'));
+  }
+}
+
+TEST(TextBuffer, ABorrowedTextIsOnlyReadInAPass) {
+  const std::string text(200, 'a');
+  TextBuffer buffer = TextBuffer::Borrowing(text);
+  { TextBuffer::Rewriting(buffer).Finish(); }
+  EXPECT_FALSE(buffer.IsChanged());
+  EXPECT_EQ(buffer.AfterGap().data(), text.data());
+  TextBuffer::Rewriting rewriting(buffer);
+  for (std::size_t i = 0; i < 100; ++i) {
+    rewriting.Put(rewriting.End() - (200 - 2 * i), "bcd", rewriting.End() - (200 - 2 * i - 1));
+  }
+  rewriting.Finish();
+  std::string expected;
+  for (std::size_t i = 0; i < 100; ++i) expected += "bcda";
+  EXPECT_EQ(buffer.Take(), expected);
+  EXPECT_EQ(text, std::string(200, 'a'));
+}
+
 TEST(TextBuffer, KnowsWhatItLacksAfterSearchesInVain) {
   UsePresencePatience({0, 1});
   TextBuffer buffer("one two three");

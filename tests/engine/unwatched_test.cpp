@@ -149,6 +149,48 @@ TEST_F(Unwatched, AgreesOnLongTexts) {
   }
 }
 
+// What replacements add to a text is known to the map too.
+TEST_F(Unwatched, LaterRulesFindWhatEarlierOnesMade) {
+  UsePresencePatience({0, 0});
+  const auto replace = [](const char* found, const char* put) {
+    return Replace(Of({Str(found)}), Of({Str(put)}));
+  };
+  // By a table over the whole text.
+  ASSERT_TRUE(
+      Agree(FilterOf({replace("zz", "-"), replace("a", "x"), replace("xb", "Q")}), "aab", {}, 1));
+  // At the edge of what was put in, in steps that have room and in steps that have none.
+  std::string text;
+  for (int i = 0; i < 100; ++i) text += "aa";
+  text += "cdeaaefg" + std::string(50, '.') + "efg";
+  const Filter filter = FilterOf({replace("zz", "-"), replace("eacd", "-"), replace("aa", "x"),
+                                  replace("cdex", "Q"), replace("xefg", "P")});
+  ASSERT_TRUE(Agree(filter, text, {}, 1, 2000));
+  ASSERT_TRUE(Agree(filter, text.substr(150), {}, 1, 2000));
+}
+
+// Sets whose strings are many beside the text, and Functions that are too many for tables.
+TEST_F(Unwatched, AgreesOnLargeSets) {
+  std::vector<Function> functions;
+  Set set = SetOf("many", {});
+  for (int i = 0; i < 400; ++i) {
+    const std::string name = "f" + std::to_string(i);
+    functions.push_back(FunctionOf(name, {{"a", name}}, i % 2));
+    set.Strings.push_back(Of({Call(name + "(1)")}));
+  }
+  set.Strings[390] = Of({Call("none(1)")});
+  for (const ReplacementSource source :
+       {ReplacementSource::SetInSequence, ReplacementSource::SetAtRandom}) {
+    Rule rule = Replace(Of({Str("a")}), Of({}));
+    rule.ReplacementSource = source;
+    rule.ReplacementSetName = "many";
+    const Filter filter = FilterOf({rule}, {set}, functions);
+    for (const std::size_t size : {0, 1, 300, 900}) {
+      ASSERT_TRUE(Agree(filter, std::string(size, 'a'), {}, 1, 1000));
+      ASSERT_TRUE(Agree(filter, std::string(size, 'a') + std::string(25000, '.'), {}, 1, 1000));
+    }
+  }
+}
+
 TEST_F(Unwatched, StrictPassesRunUntilNothingIsFound) {
   Rule rule = Replace(Of({Str("  ")}), Of({Str(" ")}));
   rule.Strict = 1;

@@ -66,12 +66,16 @@ class RecordingBar : public ProgressBar {
   void SetRange(std::int64_t least, std::int64_t most) override;
   void SetStep(std::int64_t step) override;
   void SetPosition(std::int64_t position) override;
-  void Step() override { Calls.emplace_back("stepit"); }
+  void Step() override {
+    Calls.emplace_back("stepit");
+    if (OnStep) OnStep();
+  }
   bool Exists() override {
     Calls.emplace_back("exists");
     return IsThere;
   }
 
+  std::function<void()> OnStep;
   bool IsThere = true;
   std::vector<std::string> Calls;
 };
