@@ -26,8 +26,8 @@ Filter MatchingFilter(std::size_t rules) {
   return filter;
 }
 
-// Rules that each find a piece of the text's first 4 KiB, which is there once or some times more; the
-// next one puts it back.
+// Rules that each find a piece of the text's first 4 KiB, which is there once or some times more;
+// the next one puts it back.
 Filter UsualFilter(std::size_t rules) {
   constexpr std::size_t kPieceSize = 5;
   constexpr std::size_t kTextSize = 4096;
