@@ -42,13 +42,19 @@ class WindowBar : public ProgressBar {
   void SetPosition(std::int64_t position) override {
     constexpr qint64 kInterval = 20;
     position_ = position;
+    is_shown_ = false;
     if (!since_shown_.isValid() || since_shown_.elapsed() >= kInterval) Show();
   }
-  void Step() override { SetPosition(position_ + step_); }
+  // From where the control stands, which somebody may have set back.
+  void Step() override {
+    if (bar_) SetPosition((is_shown_ ? bar_->value() : position_) + step_);
+  }
   bool Exists() override { return !bar_.isNull(); }
 
  private:
   void Show() {
+    if (is_shown_) return;
+    is_shown_ = true;
     since_shown_.start();
     if (bar_) bar_->setValue(Clamped(position_));
   }
@@ -57,6 +63,7 @@ class WindowBar : public ProgressBar {
   QElapsedTimer since_shown_;
   std::int64_t position_ = 0;
   std::int64_t step_ = 1;
+  bool is_shown_ = true;
 };
 
 }  // namespace
